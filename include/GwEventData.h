@@ -1,0 +1,28 @@
+// The event payload of the library: a platform window handle and an item.
+#pragma once
+
+#include "GwObject.h"
+
+class GwItem;
+
+class VMGUI_API GwEventData : public EventData {
+    GW_DECLARE_CLASS(GwEventData)
+
+public:
+    GwEventData() : mWindow(nullptr), mItem(nullptr) {}
+    explicit GwEventData(void* window) : mWindow(window), mItem(nullptr) {}
+    explicit GwEventData(GwItem const& item);
+    GwEventData(GwEventData const&) = default;
+    GwEventData& operator=(GwEventData const&) = default;
+    ~GwEventData() override = default;
+
+    void* window() const { return mWindow; }
+    GwItem* item() const { return mItem; }
+
+    // A copy of the GwEventData wrapped by an EventDataObject; otherwise empty data.
+    static GwEventData* newInstance(EventData const* data);
+
+private:
+    void* mWindow;
+    GwItem* mItem; // not owned
+};

@@ -1,0 +1,78 @@
+// Root of every library class, and the class-record mechanism that every class uses.
+#pragma once
+
+#include <Class.h>
+#include <Event.h>
+#include <Object.h>
+
+#include "GwExport.h"
+
+// In a class body: the static isa(), the virtual isA() and the checked assignment from
+// any Object (which throws std::bad_cast for an object of another class).
+#define GW_DECLARE_CLASS(Type)                                                                     \
+public:                                                                                            \
+    static ::Class const* isa();                                                                   \
+    ::Class const* isA() const override;                                                           \
+    Type& operator=(::Object const& other) override;
+
+// The factory that class records of classes that cannot be made by name share.
+VMGUI_API ::Object* gwNullFactory(::EventData const* data);
+
+// Storage of one class's record and its parent-name list (writable static data).
+template <class Type> struct GwClassRecord {
+    static char const* parents[2];
+    static ::Class record;
+};
+
+template <class Type>::Object* gwMakeInstance(::EventData const* data) {
+    return Type::newInstance(data);
+}
+
+// In the one source file of a class: its record and the members GW_DECLARE_CLASS declared.
+// ParentList is a null-terminated list of names, or nullptr; Factory may be nullptr.
+#define GW_CLASS_RECORD(Type, Name, Parent, ParentList, Factory)                                   \
+    template <> char const* GwClassRecord<Type>::parents[2] = {Parent, nullptr};                   \
+    template <>                                                                                    \
+    ::Class GwClassRecord<Type>::record(Name, ParentList, static_cast<long>(sizeof(Type)),         \
+                                        Factory);                                                  \
+    ::Class const* Type::isa() {                                                                   \
+        return &GwClassRecord<Type>::record;                                                       \
+    }
+
+#define GW_CLASS_MEMBERS(Type)                                                                     \
+    ::Class const* Type::isA() const {                                                             \
+        return isa();                                                                              \
+    }                                                                                              \
+    Type& Type::operator=(::Object const& other) {                                                 \
+        return *this = dynamic_cast<Type const&>(other);                                           \
+    }
+
+// A class whose newInstance makes a real instance.
+#define GW_CLASS_MAKES(Type, Name, Parent)                                                         \
+    GW_CLASS_RECORD(Type, Name, Parent, GwClassRecord<Type>::parents, &gwMakeInstance<Type>)       \
+    GW_CLASS_MEMBERS(Type)
+
+// A class that cannot be made by name: its newInstance always answers null.
+#define GW_CLASS_NULL(Type, Name, Parent)                                                          \
+    GW_CLASS_RECORD(Type, Name, Parent, GwClassRecord<Type>::parents, &gwNullFactory)              \
+    GW_CLASS_MEMBERS(Type)                                                                         \
+    Type* Type::newInstance(::EventData const* data) {                                             \
+        return static_cast<Type*>(gwNullFactory(data));                                            \
+    }
+
+// A class without a factory.
+#define GW_CLASS_NONE(Type, Name, Parent)                                                          \
+    GW_CLASS_RECORD(Type, Name, Parent, GwClassRecord<Type>::parents, nullptr)                     \
+    GW_CLASS_MEMBERS(Type)
+
+class VMGUI_API GwObject : public Object {
+    GW_DECLARE_CLASS(GwObject)
+
+public:
+    GwObject() = default;
+    GwObject(GwObject const&) = default;
+    GwObject(GwObject&&) = default;
+    GwObject& operator=(GwObject const&) = default;
+    GwObject& operator=(GwObject&&) = default;
+    ~GwObject() override = default;
+};

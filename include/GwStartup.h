@@ -1,0 +1,32 @@
+// Process-wide start-up and tear-down hooks, run by the application object.
+#pragma once
+
+#include "GwObject.h"
+#include "GwObjectTable.h"
+
+// Constructing a hook enrols it in allStartup; destroying it leaves the table (which is
+// freed when its last entry leaves). Owners derive a nested GwRegister class and keep one
+// static instance of it.
+class VMGUI_API GwStartup : public GwObject {
+    GW_DECLARE_CLASS(GwStartup)
+
+public:
+    GwStartup();
+    GwStartup(GwStartup const& other);
+    GwStartup& operator=(GwStartup const&) = default;
+    ~GwStartup() override;
+
+    virtual bool initInstance();
+    virtual bool exitInstance();
+
+    // Calls initInstance (init) or exitInstance (!init) of every enrolled hook in slot
+    // order; the walk ends at the first empty slot. Always true.
+    static bool run(bool init);
+
+    static GwStartup* newInstance(EventData const* data);
+
+    static GwObjectTable<GwStartup>* allStartup;
+
+private:
+    void enrol();
+};

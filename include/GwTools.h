@@ -1,0 +1,20 @@
+// Text conversion between the console (OEM) and window (ANSI) code pages.
+#pragma once
+
+#include <Class.h>
+
+#include "GwExport.h"
+
+class VMGUI_API GwTools {
+public:
+    GwTools() = default;
+    virtual ~GwTools() = default;
+
+    virtual Class const* isA() const;
+    static Class const* isa();
+
+    // OEM to ANSI in place; returns text.
+    static char* charToAnsi(char* text);
+    // ANSI to OEM in place; returns text.
+    static char* ansiToChar(char* text);
+};

@@ -1,0 +1,39 @@
+// An opaque value that an application attaches to a window.
+#pragma once
+
+#include "GwObject.h"
+
+class GwWindow;
+
+// The conversions other than void* answer 0 or null here; an application derives from
+// this class to give them meaning.
+class VMGUI_API GwUserData : public GwObject {
+    GW_DECLARE_CLASS(GwUserData)
+
+public:
+    explicit GwUserData(void* value = nullptr) : mValue(value) {}
+    GwUserData(GwUserData const&) = default;
+    GwUserData& operator=(GwUserData const&) = default;
+    ~GwUserData() override = default;
+
+    virtual operator void*() const;
+    virtual operator int() const;
+    virtual operator long() const;
+    virtual operator char*() const;
+    virtual operator char const*() const;
+    virtual operator GwWindow*() const;
+
+    // Equal values; the other must be a GwUserData (std::bad_cast otherwise).
+    bool operator==(Object const& other) const override;
+    // 1 when the values differ, else 0.
+    int operator!=(Object const& other) const override;
+
+    // User data with a null value.
+    static GwUserData* newInstance(EventData const* data);
+
+protected:
+    void* value() const { return mValue; }
+
+private:
+    void* mValue; // not owned
+};

@@ -1,0 +1,7 @@
+#include "GwObject.h"
+
+Object* gwNullFactory(EventData const*) {
+    return nullptr;
+}
+
+GW_CLASS_NONE(GwObject, "GwObject", "Object")
