@@ -19,6 +19,9 @@ public:
     void* window() const { return mWindow; }
     GwItem* item() const { return mItem; }
 
+    // The window handle that data carries when it is a GwEventData, else null.
+    static void* windowOf(EventData const* data);
+
     // A copy of the GwEventData wrapped by an EventDataObject; otherwise empty data.
     static GwEventData* newInstance(EventData const* data);
 

@@ -1,6 +1,7 @@
 // The callbacks that application code attaches to windows.
 #pragma once
 
+#include "GwMessages.h"
 #include "GwObject.h"
 
 class GwWindow;
@@ -54,9 +55,6 @@ public:
     virtual int cbTimer(GwWindow& window);
     virtual int cbValue(GwWindow& window, unsigned int value);
     virtual int cbNotify(GwWindow& window, unsigned int code);
-
-    // The event type a handler sends when it is destroyed.
-    static constexpr long eventHandlerGone = 2;
 
 protected:
     GwEventHandler() : mCounted(true), mRefCount(0) {}

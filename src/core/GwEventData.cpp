@@ -15,3 +15,8 @@ GwEventData* GwEventData::newInstance(EventData const* data) {
     }
     return new GwEventData();
 }
+
+void* GwEventData::windowOf(EventData const* data) {
+    auto const* eventData = dynamic_cast<GwEventData const*>(data);
+    return eventData != nullptr ? eventData->window() : nullptr;
+}

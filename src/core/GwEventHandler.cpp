@@ -13,7 +13,7 @@ GwEventHandler::~GwEventHandler() {
         // The windows forget it below without releasing it again.
         mRefCount = 0;
     }
-    sendEvent(Event(eventHandlerGone), nullptr, true);
+    sendEvent(Event(GwEventHandlerGone), nullptr, true);
 }
 
 long GwEventHandler::addRef() {

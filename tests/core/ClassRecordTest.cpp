@@ -173,6 +173,41 @@ TEST(ClassRecord, CreatingByNameUsesTheFactory) {
     EXPECT_EQ(GwStartup::newInstance(nullptr), nullptr);
 }
 
+TEST(ClassRecord, GwWindowCannotBeCreatedByName) {
+    Class const* record = Class::lookup("GwWindow");
+    ASSERT_NE(record, nullptr);
+    EXPECT_EQ(record->factory(), nullptr);
+    HWND window = CreateWindowExA(0, "Static", "", 0, 0, 0, 10, 10, nullptr, nullptr,
+                                  GetModuleHandleA(nullptr), nullptr);
+    GwEventData data(window);
+    EXPECT_EQ(record->createInstance(&data), nullptr);
+    EXPECT_EQ(GetWindowLongPtrA(window, GWLP_USERDATA), 0);
+    DestroyWindow(window);
+}
+
+TEST(ClassRecord, WindowFactoriesBindOnlyToAHandle) {
+    Class const* record = Class::lookup("GwControl");
+    ASSERT_NE(record, nullptr);
+    GwEventData none;
+    EXPECT_EQ(record->createInstance(&none), nullptr);
+    EXPECT_EQ(record->createInstance(nullptr), nullptr);
+    GwItem item(1);
+    GwEventData onlyItem(item);
+    EXPECT_EQ(record->createInstance(&onlyItem), nullptr);
+
+    HWND window = CreateWindowExA(0, "Static", "", 0, 0, 0, 10, 10, nullptr, nullptr,
+                                  GetModuleHandleA(nullptr), nullptr);
+    GwEventData data(window);
+    Object* made = record->createInstance(&data);
+    ASSERT_NE(made, nullptr);
+    auto* control = dynamic_cast<GwWindow*>(made);
+    ASSERT_NE(control, nullptr);
+    EXPECT_EQ(control->window(), window);
+    EXPECT_EQ(GetWindowLongPtrA(window, GWLP_USERDATA), reinterpret_cast<LONG_PTR>(control));
+    DestroyWindow(window); // the object deletes itself with its window
+    EXPECT_FALSE(IsWindow(window));
+}
+
 TEST(ClassRecord, AssignmentFromAnotherClassThrowsBadCast) {
     GwItem item(3);
     GwUserData data;
