@@ -70,14 +70,18 @@ GwControl& GwControl::setTabstop(bool on) {
     return *this;
 }
 
-bool GwControl::tabstop() const { return styleBit(mHandle, WS_TABSTOP); }
+bool GwControl::tabstop() const {
+    return styleBit(mHandle, WS_TABSTOP);
+}
 
 GwControl& GwControl::setGroup(bool on) {
     setStyleBit(mHandle, WS_GROUP, on);
     return *this;
 }
 
-bool GwControl::group() const { return styleBit(mHandle, WS_GROUP); }
+bool GwControl::group() const {
+    return styleBit(mHandle, WS_GROUP);
+}
 
 GwControl& GwControl::setControlFont() {
     if (mHandle == nullptr)

@@ -54,16 +54,16 @@ public:
     static bool destroyed(GwWindow const& window) { return window.mDestroyed; }
 
     // Tells the entered window that the mouse left it.
-    static void leave(GwWindow* entered) {
-        GwWindow::deliver(entered, GwMsgLeave, 0, 0, true);
-    }
+    static void leave(GwWindow* entered) { GwWindow::deliver(entered, GwMsgLeave, 0, 0, true); }
 };
 
 namespace {
 
 using Msg = unsigned long long;
 
-long long handled(int result) { return (result & GwResultHandled) != 0 ? 1 : 0; }
+long long handled(int result) {
+    return (result & GwResultHandled) != 0 ? 1 : 0;
+}
 
 unsigned int const kShift = 0x1000000;
 unsigned int const kAlt = 0x2000000;
@@ -94,23 +94,40 @@ unsigned int mouseModifiers(Msg wParam) {
 // The library's key code of a virtual key; 0 for keys that produce no event.
 unsigned int keyCode(Msg virtualKey) {
     switch (virtualKey) {
-    case VK_BACK: return 1;
-    case VK_CLEAR: return 2;
-    case VK_DELETE: return 3;
-    case VK_DOWN: return 4;
-    case VK_END: return 5;
-    case VK_ESCAPE: return 7;
-    case VK_HOME: return 32;
-    case VK_INSERT: return 33;
-    case VK_LEFT: return 34;
-    case VK_RETURN: return 35;
-    case VK_NEXT: return 36;
-    case VK_PRIOR: return 37;
-    case VK_PRINT: return 38;
-    case VK_RIGHT: return 39;
-    case VK_SPACE: return 40;
-    case VK_TAB: return 42;
-    case VK_UP: return 43;
+    case VK_BACK:
+        return 1;
+    case VK_CLEAR:
+        return 2;
+    case VK_DELETE:
+        return 3;
+    case VK_DOWN:
+        return 4;
+    case VK_END:
+        return 5;
+    case VK_ESCAPE:
+        return 7;
+    case VK_HOME:
+        return 32;
+    case VK_INSERT:
+        return 33;
+    case VK_LEFT:
+        return 34;
+    case VK_RETURN:
+        return 35;
+    case VK_NEXT:
+        return 36;
+    case VK_PRIOR:
+        return 37;
+    case VK_PRINT:
+        return 38;
+    case VK_RIGHT:
+        return 39;
+    case VK_SPACE:
+        return 40;
+    case VK_TAB:
+        return 42;
+    case VK_UP:
+        return 43;
     default:
         if (virtualKey >= VK_F1 && virtualKey <= VK_F24)
             return static_cast<unsigned int>(virtualKey - VK_F1) + 8;
@@ -211,11 +228,12 @@ long long GwWindow::dispatchEvent(unsigned long long msg, unsigned long long wPa
         if (gc == nullptr)
             return 0;
         auto flags = static_cast<unsigned int>(lParam);
-        return handled(
-            GwDispatcher::visit(self, [&](GwEventHandler& h) { return h.cbExpose(self, *gc, flags); }));
+        return handled(GwDispatcher::visit(
+            self, [&](GwEventHandler& h) { return h.cbExpose(self, *gc, flags); }));
     }
     case WM_CLOSE:
-        return handled(GwDispatcher::visit(self, [&](GwEventHandler& h) { return h.cbClose(self); }));
+        return handled(
+            GwDispatcher::visit(self, [&](GwEventHandler& h) { return h.cbClose(self); }));
     case WM_SHOWWINDOW:
         if (wParam == 1)
             GwDispatcher::visit(self, [&](GwEventHandler& h) { return h.cbShow(self); });
@@ -250,8 +268,8 @@ long long GwWindow::dispatchEvent(unsigned long long msg, unsigned long long wPa
         if (code == 0)
             return 0;
         unsigned int state = kKeyCode | keyModifiers() | (msg == WM_SYSKEYDOWN ? kAlt : 0);
-        return handled(
-            GwDispatcher::visit(self, [&](GwEventHandler& h) { return h.cbKey(self, code, state); }));
+        return handled(GwDispatcher::visit(
+            self, [&](GwEventHandler& h) { return h.cbKey(self, code, state); }));
     }
     case WM_CHAR:
     case WM_SYSCHAR: {
@@ -286,9 +304,8 @@ long long GwWindow::dispatchEvent(unsigned long long msg, unsigned long long wPa
         if ((wParam & MK_MBUTTON) != 0)
             state |= 0x200;
         int delta = static_cast<short>(HIWORD(wParam));
-        GwDispatcher::visit(self, [&](GwEventHandler& h) {
-            return h.cbMouseWheel(self, position, state, delta);
-        });
+        GwDispatcher::visit(
+            self, [&](GwEventHandler& h) { return h.cbMouseWheel(self, position, state, delta); });
         return 0;
     }
     case GwMsgEnter:
@@ -306,11 +323,11 @@ long long GwWindow::dispatchEvent(unsigned long long msg, unsigned long long wPa
     case GwMsgSelect:
     case GwMsgValue: {
         GwWindow* top = root(false);
-        return top != nullptr && top->dispatchFrameEvent(msg, LOWORD(wParam), this, nullptr) ? 1 : 0;
+        return top != nullptr && top->dispatchFrameEvent(msg, LOWORD(wParam), this, nullptr) ? 1
+                                                                                             : 0;
     }
     case GwMsgFrameEvent:
-        return dispatchFrameEvent(msg, LOWORD(wParam), reinterpret_cast<GwWindow*>(lParam),
-                                  nullptr)
+        return dispatchFrameEvent(msg, LOWORD(wParam), reinterpret_cast<GwWindow*>(lParam), nullptr)
                    ? 1
                    : 0;
     case GwMsgNotify: {

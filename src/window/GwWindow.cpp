@@ -19,7 +19,9 @@ GW_CLASS_NONE(GwWindow, "GwWindow", "GwObject")
 
 namespace {
 
-HWND hwndOf(void* handle) { return static_cast<HWND>(handle); }
+HWND hwndOf(void* handle) {
+    return static_cast<HWND>(handle);
+}
 
 // The window procedure installed in every bound window; gMsgHandler in Win32's form.
 LRESULT CALLBACK libraryWindowProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
@@ -32,11 +34,15 @@ GwWindow* boundObject(HWND hwnd) {
     return reinterpret_cast<GwWindow*>(GetWindowLongPtrA(hwnd, GWLP_USERDATA));
 }
 
-bool isChild(HWND hwnd) { return (GetWindowLongA(hwnd, GWL_STYLE) & WS_CHILD) != 0; }
+bool isChild(HWND hwnd) {
+    return (GetWindowLongA(hwnd, GWL_STYLE) & WS_CHILD) != 0;
+}
 
 // The window whose client area a window's position is measured in: its parent for a child
 // window, none (the screen) for a top-level one.
-HWND coordinateParent(HWND hwnd) { return hwnd != nullptr && isChild(hwnd) ? GetParent(hwnd) : nullptr; }
+HWND coordinateParent(HWND hwnd) {
+    return hwnd != nullptr && isChild(hwnd) ? GetParent(hwnd) : nullptr;
+}
 
 // The window rectangle in the coordinates of coordinateParent (the screen without one).
 RECT rectangleInParent(HWND hwnd) {
@@ -55,13 +61,17 @@ bool GwWindow::GwRegister::initInstance() {
     return true;
 }
 
-bool GwWindow::GwRegister::exitInstance() { return true; }
+bool GwWindow::GwRegister::exitInstance() {
+    return true;
+}
 
 GwWindow::GwWindow()
     : mHandle(nullptr), mPrevProc(nullptr), mHandlers(nullptr), mUserData(nullptr),
       mCursor(nullptr) {}
 
-GwWindow::GwWindow(void* hwnd) : GwWindow() { attach(hwnd); }
+GwWindow::GwWindow(void* hwnd) : GwWindow() {
+    attach(hwnd);
+}
 
 // A copy is a window object of its own: it gets no handle, handlers or cursor.
 GwWindow::GwWindow(GwWindow const& other) : GwWindow() {
@@ -137,9 +147,8 @@ GwWindow& GwWindow::setMsgHandler(bool install) {
     if (install) {
         if (mPrevProc == nullptr) {
             LONG_PTR current = GetWindowLongPtrA(hwnd, GWLP_WNDPROC);
-            mPrevProc = reinterpret_cast<void*>(current == kLibraryProc
-                                                    ? reinterpret_cast<LONG_PTR>(&DefWindowProcA)
-                                                    : current);
+            mPrevProc = reinterpret_cast<void*>(
+                current == kLibraryProc ? reinterpret_cast<LONG_PTR>(&DefWindowProcA) : current);
         }
         SetWindowLongPtrA(hwnd, GWLP_WNDPROC, kLibraryProc);
     } else if (mPrevProc != nullptr) {
@@ -254,10 +263,10 @@ long long GwWindow::msgHandler(unsigned long long msg, unsigned long long wParam
             mDestroyed = true;
             if (mBusy == 0)
                 delete this;
-            return saved != nullptr ? CallWindowProcA(saved, hwnd, static_cast<UINT>(msg),
-                                                      static_cast<WPARAM>(wParam),
-                                                      static_cast<LPARAM>(lParam))
-                                    : 0;
+            return saved != nullptr
+                       ? CallWindowProcA(saved, hwnd, static_cast<UINT>(msg),
+                                         static_cast<WPARAM>(wParam), static_cast<LPARAM>(lParam))
+                       : 0;
         }
         break;
     default:
@@ -270,7 +279,9 @@ long long GwWindow::msgHandler(unsigned long long msg, unsigned long long wParam
     return callDefHandler(msg, wParam, lParam);
 }
 
-bool GwWindow::initInstance() { return true; }
+bool GwWindow::initInstance() {
+    return true;
+}
 
 bool GwWindow::exitInstance() {
     if (mHandle == nullptr || mPrevProc == nullptr)
@@ -298,9 +309,13 @@ void GwWindow::receiveEvent(Object* sender, Event const& event, EventData const*
     GwObject::receiveEvent(sender, event, data);
 }
 
-GwWindow& GwWindow::add(GwItem const&) { return *this; }
+GwWindow& GwWindow::add(GwItem const&) {
+    return *this;
+}
 
-GwWindow& GwWindow::remove(GwItem const&) { return *this; }
+GwWindow& GwWindow::remove(GwItem const&) {
+    return *this;
+}
 
 GwWindow& GwWindow::add(GwEventHandler* handler) {
     if (handler == nullptr)
@@ -347,7 +362,9 @@ GwWindow& GwWindow::setHelpId(unsigned long long id) {
     return *this;
 }
 
-unsigned long long GwWindow::helpId() const { return GetWindowContextHelpId(hwndOf(mHandle)); }
+unsigned long long GwWindow::helpId() const {
+    return GetWindowContextHelpId(hwndOf(mHandle));
+}
 
 GwWindow& GwWindow::setParent(GwWindow const* parent) {
     if (parent == this)
@@ -386,14 +403,18 @@ GwWindow& GwWindow::setVisible(bool visible) {
     return *this;
 }
 
-bool GwWindow::visible() const { return IsWindowVisible(hwndOf(mHandle)) != FALSE; }
+bool GwWindow::visible() const {
+    return IsWindowVisible(hwndOf(mHandle)) != FALSE;
+}
 
 GwWindow& GwWindow::setEnabled(bool enabled) {
     EnableWindow(hwndOf(mHandle), enabled ? TRUE : FALSE);
     return *this;
 }
 
-bool GwWindow::enabled() const { return IsWindowEnabled(hwndOf(mHandle)) != FALSE; }
+bool GwWindow::enabled() const {
+    return IsWindowEnabled(hwndOf(mHandle)) != FALSE;
+}
 
 int GwWindow::translateY(int y, bool ofParent) const {
     HWND hwnd = hwndOf(mHandle);
@@ -446,7 +467,8 @@ GwWindow& GwWindow::setUpdateEnabled(bool enabled) {
 GwWindow& GwWindow::setFocus() {
     HWND hwnd = hwndOf(mHandle);
     if (GetFocus() == hwnd)
-        PostMessageA(hwnd, gGwWM_Message, GwCodeSetFocus, 0); // set again once the current message is done
+        PostMessageA(hwnd, gGwWM_Message, GwCodeSetFocus,
+                     0); // set again once the current message is done
     else
         SetFocus(hwnd);
     return *this;
@@ -466,7 +488,8 @@ GwPosition GwWindow::translate(GwWindow const* to, GwPosition const& position) c
     POINT point{static_cast<LONG>(position.x()), translateY(static_cast<int>(position.y()), false)};
     HWND target = to != nullptr ? hwndOf(to->mHandle) : nullptr;
     MapWindowPoints(hwndOf(mHandle), target, &point, 1);
-    int y = to != nullptr ? to->translateY(point.y, false) : GetSystemMetrics(SM_CYSCREEN) - point.y;
+    int y =
+        to != nullptr ? to->translateY(point.y, false) : GetSystemMetrics(SM_CYSCREEN) - point.y;
     return GwPosition(point.x, y);
 }
 
@@ -555,11 +578,17 @@ GwWindow& GwWindow::sendMessage(eMessageType type) {
     return *this;
 }
 
-unsigned long long GwWindow::message() { return gGwWM_Message; }
+unsigned long long GwWindow::message() {
+    return gGwWM_Message;
+}
 
-void* GwWindow::instance() { return GetModuleHandleA(nullptr); }
+void* GwWindow::instance() {
+    return GetModuleHandleA(nullptr);
+}
 
-bool GwWindow::getWin98_2000_ME() { return m_bWin98_2000_ME; }
+bool GwWindow::getWin98_2000_ME() {
+    return m_bWin98_2000_ME;
+}
 
 void GwWindow::msgLoop() {
     MSG msg;
@@ -572,11 +601,13 @@ void GwWindow::msgLoop() {
             // F1 is never translated: it becomes a help request (Shift: context help).
             if (msg.message == WM_KEYDOWN && (msg.lParam & 0xFFFF) == 1 &&
                 GetKeyState(VK_CONTROL) >= 0 && top != nullptr)
-                SendMessageA(top, gGwWM_Message, GetKeyState(VK_SHIFT) < 0 ? GwCodeContextHelp : GwCodeHelp, 0);
+                SendMessageA(top, gGwWM_Message,
+                             GetKeyState(VK_SHIFT) < 0 ? GwCodeContextHelp : GwCodeHelp, 0);
             continue;
         }
         if (msg.message != gGwWM_Message && top != nullptr &&
-            SendMessageA(top, gGwWM_Message, GwCodePreTranslate, reinterpret_cast<LPARAM>(&msg)) != 0)
+            SendMessageA(top, gGwWM_Message, GwCodePreTranslate, reinterpret_cast<LPARAM>(&msg)) !=
+                0)
             continue; // the top-level window took it
         TranslateMessage(&msg);
         DispatchMessageA(&msg);

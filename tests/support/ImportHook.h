@@ -22,7 +22,8 @@ inline void** importSlot(HMODULE module, char const* dll, char const* function) 
         return nullptr;
     HMODULE const exporter = GetModuleHandleA(dll);
     FARPROC const target = exporter != nullptr ? GetProcAddress(exporter, function) : nullptr;
-    for (auto* descriptor = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
+    for (auto* descriptor =
+             reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + directory.VirtualAddress);
          descriptor->Name != 0; ++descriptor) {
         if (_stricmp(reinterpret_cast<char const*>(base + descriptor->Name), dll) != 0)
             continue;
@@ -41,8 +42,8 @@ inline void** importSlot(HMODULE module, char const* dll, char const* function) 
                 }
                 ++name;
             } else {
-                found = target != nullptr &&
-                        slot->u1.Function == reinterpret_cast<ULONG_PTR>(target);
+                found =
+                    target != nullptr && slot->u1.Function == reinterpret_cast<ULONG_PTR>(target);
             }
             if (found)
                 return reinterpret_cast<void**>(&slot->u1.Function);
