@@ -30,8 +30,13 @@ mkdir -p "$WINEPREFIX"
         wineserver -w </dev/null >/dev/null 2>&1 9>&- || true
         touch "$WINEPREFIX/.vmgui-ready"
     fi
-    # A server that outlives each program by a minute; a second start is a no-op.
-    setsid wineserver -p60 </dev/null >/dev/null 2>&1 9>&- || true
+    # A server that outlives each program by a minute; a second start fails and changes
+    # nothing. When a new server starts, Wine's services (services.exe, explorer.exe ...)
+    # are started here too, with no output attached: started by the program instead, they
+    # would inherit its output and keep a test runner's pipe open until the server ends.
+    if wineserver -p60 </dev/null >/dev/null 2>&1 9>&-; then
+        wineboot </dev/null >/dev/null 2>&1 9>&- || true
+    fi
 } 9>"$WINEPREFIX.lock"
 
 exec wine "$@"
