@@ -7,6 +7,7 @@
 
 #include "GwBitmap.h"
 #include "GwEventData.h"
+#include "GwFrame.h"
 #include "GwMenu.h"
 #include "GwRcData.h"
 #include "GwWindow.h"
@@ -219,6 +220,13 @@ GwWindow* GwResource::loadDialog(unsigned long long id, GwWindow const* parent) 
         // Without an object nobody would ever destroy the window.
         DestroyWindow(dialog);
         return nullptr;
+    }
+    // A dialog frame takes the help file of a parent frame; its own "HelpFile" item wins.
+    if (auto* frame = dynamic_cast<GwFrame*>(object)) {
+        if (auto const* parentFrame = dynamic_cast<GwFrame const*>(parent))
+            frame->setHelpFile(parentFrame->helpFile());
+        if (GwRcDataItem const* helpFile = item(self, "HelpFile"))
+            frame->setHelpFile(helpFile->value());
     }
     object->setId(id);
 

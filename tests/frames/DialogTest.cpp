@@ -264,6 +264,28 @@ TEST_F(DialogTest, OwnedDialogIsOwnedByTheFramesWindowAndTakesItsHelpFile) {
     DestroyWindow(hwnd); // before its owner goes
 }
 
+TEST_F(DialogTest, LoadedDialogTakesTheHelpFileOfItsParentFrame) {
+    GwFrame owner(1, 0, false);
+    owner.setHelpFile("owner.chm");
+    GwDialog* const dialog = load(kChildDialog, &owner);
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(std::string(dialog->helpFile().c_str()), "owner.chm");
+    DestroyWindow(hwndOf(*dialog)); // before its owner goes
+}
+
+TEST_F(DialogTest, HelpFileOfTheAttributeDataReplacesTheParentFrames) {
+    GwFrame owner(1, 0, false);
+    owner.setHelpFile("owner.chm");
+    GwDialog* const dialog = load(7002, &owner);
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(std::string(dialog->helpFile().c_str()), "eigene.hlp");
+    DestroyWindow(hwndOf(*dialog));
+
+    GwDialog* const alone = load(7002);
+    ASSERT_NE(alone, nullptr);
+    EXPECT_EQ(std::string(alone->helpFile().c_str()), "eigene.hlp");
+}
+
 TEST_F(DialogTest, ClassRecordMakesADialogOnlyForAWindowHandle) {
     Class const* const record = Class::lookup("GwDialog");
     ASSERT_EQ(record, GwDialog::isa());
