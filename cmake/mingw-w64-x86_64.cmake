@@ -11,7 +11,8 @@ set(CMAKE_FIND_ROOT_PATH /usr/${_triplet})
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+# Packages of ours are installed in prefixes outside the sysroot (CMAKE_PREFIX_PATH).
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)
 
 # Tests and build-time tools run through Wine; the wrapper prepares a private prefix.
 if(NOT DEFINED CMAKE_CROSSCOMPILING_EMULATOR)

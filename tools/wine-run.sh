@@ -6,6 +6,10 @@
 # windows, timers and GDI work without a display. One persistent wineserver is kept for
 # the run, so that each program starts quickly. Wine's background services never see the
 # caller's stdout or stderr, so they cannot hold a test runner's pipes open.
+#
+# VMGUI_WINE_DISPLAY=x11 shows the windows on the X display in DISPLAY instead: the
+# prefix is then build/wineprefix-x11 (unless VMGUI_WINEPREFIX names another) and keeps
+# Wine's own graphics driver.
 set -euo pipefail
 
 if [ $# -lt 1 ]; then
@@ -13,8 +17,18 @@ if [ $# -lt 1 ]; then
     exit 2
 fi
 
+display="${VMGUI_WINE_DISPLAY:-null}"
+case "$display" in
+    null) prefix_name=wineprefix ;;
+    x11) prefix_name=wineprefix-x11 ;;
+    *)
+        echo "wine-run.sh: VMGUI_WINE_DISPLAY must be null or x11, not '$display'" >&2
+        exit 2
+        ;;
+esac
+
 program_dir=$(cd "$(dirname "$1")" && pwd)
-export WINEPREFIX="${VMGUI_WINEPREFIX:-$(dirname "$program_dir")/wineprefix}"
+export WINEPREFIX="${VMGUI_WINEPREFIX:-$(dirname "$program_dir")/$prefix_name}"
 export WINEDEBUG="${WINEDEBUG:--all}"
 export WINEARCH=win64
 # No Mono or Gecko installer prompts, no desktop menu entries.
@@ -25,8 +39,10 @@ mkdir -p "$WINEPREFIX"
     flock 9
     if [ ! -e "$WINEPREFIX/.vmgui-ready" ]; then
         wineboot -i </dev/null >/dev/null 2>&1 9>&- || true
-        wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f \
-            </dev/null >/dev/null 2>&1 9>&-
+        if [ "$display" = null ]; then
+            wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f \
+                </dev/null >/dev/null 2>&1 9>&-
+        fi
         wineserver -w </dev/null >/dev/null 2>&1 9>&- || true
         touch "$WINEPREFIX/.vmgui-ready"
     fi

@@ -1,0 +1,48 @@
+// Identifiers of the demo's resources (demo.rc), shared by the resource script and the code.
+#pragma once
+
+// Menu bars.
+#define IDR_MAIN_MENU 1000
+#define IDR_MDI_MENU 1001
+
+// The settings dialog and its controls (OK and Cancel are IDOK and IDCANCEL).
+#define IDD_SETTINGS 2000
+#define IDC_FONT_SIZE 2001
+#define IDC_BOLD 2002
+
+// Commands of the demo's own menu entries; the string of the same identifier is the entry's
+// status text.
+#define ID_SETTINGS 1101
+#define ID_MESSAGE 1102
+#define ID_MDI 1103
+#define ID_RESET_SIZE 1104
+#define ID_SIZE_SMALL 1111
+#define ID_SIZE_MEDIUM 1112
+#define ID_SIZE_LARGE 1113
+#define ID_NEW_DOCUMENT 1121
+
+// Texts.
+#define IDS_APP_NAME 100
+#define IDS_TITLE 101
+#define IDS_MDI_TITLE 102
+#define IDS_READY 103
+#define IDS_MDI_READY 104
+#define IDS_MESSAGE_TITLE 110
+#define IDS_MESSAGE_TEXT 111
+#define IDS_ANSWER_YES 112
+#define IDS_ANSWER_NO 113
+#define IDS_SETTINGS_DONE 120
+#define IDS_SETTINGS_KEPT 121
+#define IDS_BAD_SIZE 122
+#define IDS_SIZE_CHANGED 123
+#define IDS_BOLD 124
+#define IDS_USAGE 130
+// The welcome text of the main window, one line each; an empty string ends it.
+#define IDS_WELCOME 200
+// Document n (1 to 3): its title at IDS_DOCUMENT + 10 * n, its lines from the next one on,
+// up to an empty string. Later documents use IDS_NEW_DOCUMENT (with %d for the number).
+#define IDS_DOCUMENT 300
+#define IDS_NEW_DOCUMENT 340
+
+// The text window in a frame.
+#define IDC_TEXT 3000
