@@ -6,8 +6,8 @@
 class GwResource;
 
 // Wraps a "msctls_statusbar32" window. A frame creates one along its bottom edge and writes
-// into the control's simple-mode part only (SB_SETTEXTA with part 255 and SBT_NOBORDERS,
-// SB_SIMPLE while a menu is open). The bar has no parts and no message handling of its own;
+// into the control's simple-mode text only (SB_SETTEXTA with index 255 and SBT_NOBORDERS,
+// SB_SIMPLE while a menu is open). The bar has no panes and no message handling of its own;
 // calculate is the control bar's (the current size).
 class VMGUI_API GwStatusBar : public GwControlBar {
     GW_DECLARE_CLASS(GwStatusBar)

@@ -60,7 +60,7 @@ WPARAM selection(unsigned int entry, unsigned int flags) {
     return MAKEWPARAM(entry, flags);
 }
 
-// The text of the simple-mode part, which is read as part 0 while the bar is in simple mode.
+// The simple-mode text, which is read at index 0 while the bar is in simple mode.
 std::string statusText(HWND status) {
     char text[256] = {};
     SendMessageA(status, SB_GETTEXTA, 0, reinterpret_cast<LPARAM>(text));
