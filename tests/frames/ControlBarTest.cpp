@@ -39,7 +39,7 @@ RECT windowRect(HWND hwnd) {
     return rect;
 }
 
-// Every rectangle drawn an even number of times in a row-wise XOR sense: the desktop is as
+// Every rectangle drawn an even number of times: with XOR drawing the desktop is as
 // it was before.
 bool allErased(std::vector<RECT> const& drawn) {
     for (RECT const& one : drawn) {
