@@ -11,25 +11,11 @@
 #include <typeinfo>
 #include <vector>
 
+#include "StartupHooks.h"
+
+using namespace testing_startup;
+
 namespace {
-
-std::vector<int> gVisits;
-
-class Hook : public GwStartup {
-public:
-    explicit Hook(int number) : mNumber(number) {}
-    bool initInstance() override {
-        gVisits.push_back(mNumber);
-        return true;
-    }
-    bool exitInstance() override {
-        gVisits.push_back(-mNumber);
-        return true;
-    }
-
-private:
-    int mNumber;
-};
 
 class TestApp : public GwApplication {
 public:

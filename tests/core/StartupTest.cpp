@@ -5,25 +5,11 @@
 #include <memory>
 #include <vector>
 
+#include "StartupHooks.h"
+
+using namespace testing_startup;
+
 namespace {
-
-std::vector<int> gVisits;
-
-class Hook : public GwStartup {
-public:
-    explicit Hook(int number) : mNumber(number) {}
-    bool initInstance() override {
-        gVisits.push_back(mNumber);
-        return true;
-    }
-    bool exitInstance() override {
-        gVisits.push_back(-mNumber);
-        return true;
-    }
-
-private:
-    int mNumber;
-};
 
 // Sets the library's own hooks aside, so that a test sees only the hooks it makes.
 class StartupTable : public ::testing::Test {

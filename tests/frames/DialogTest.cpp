@@ -68,16 +68,6 @@ HWND hwndOf(GwWindow const& window) {
     return static_cast<HWND>(window.window());
 }
 
-std::string textOf(HWND hwnd) {
-    char text[64] = {};
-    GetWindowTextA(hwnd, text, sizeof text);
-    return text;
-}
-
-LONG styleOf(HWND hwnd) {
-    return GetWindowLongA(hwnd, GWL_STYLE);
-}
-
 // The child window with the text (the help button has identifier 0, like other windows).
 HWND childWithText(HWND parent, char const* text) {
     for (HWND child = GetWindow(parent, GW_CHILD); child != nullptr;
@@ -86,16 +76,6 @@ HWND childWithText(HWND parent, char const* text) {
             return child;
     }
     return nullptr;
-}
-
-// The activations among the recorded callbacks (a click also moves the focus).
-std::vector<std::string> activations(std::vector<std::string> const& order) {
-    std::vector<std::string> out;
-    for (std::string const& one : order) {
-        if (one.ends_with(":activate"))
-            out.push_back(one);
-    }
-    return out;
 }
 
 // How often the handler's callback was called.
@@ -220,6 +200,15 @@ protected:
         dialog.setModal(true);
         dialog.setVisible(true);
         return !script.timedOut();
+    }
+
+    // Runs the dialog's modal loop, in which the edit control gets the focus and then a key.
+    static bool runModalWithKeyInEdit(GwDialog& dialog, WPARAM key) {
+        HWND const edit = GetDlgItem(hwndOf(dialog), kEdit);
+        return runModal(dialog, {Script::once([edit, key] {
+                            SetFocus(edit);
+                            PostMessageA(edit, WM_KEYDOWN, key, 1);
+                        })});
     }
 
     GwResource mResource;
@@ -802,11 +791,7 @@ TEST_F(DialogTest, EscapeInTheModalLoopCancelsTheDialog) {
     GwDialog* const dialog = load(kButtonsDialog);
     ASSERT_NE(dialog, nullptr);
     HWND const hwnd = hwndOf(*dialog);
-    HWND const edit = GetDlgItem(hwnd, kEdit);
-    ASSERT_TRUE(runModal(*dialog, {Script::once([&] {
-        SetFocus(edit);
-        PostMessageA(edit, WM_KEYDOWN, VK_ESCAPE, 1);
-    })}));
+    ASSERT_TRUE(runModalWithKeyInEdit(*dialog, VK_ESCAPE));
     EXPECT_EQ(dialog->result(), 2);
     EXPECT_FALSE(IsWindowVisible(hwnd));
 }
@@ -815,11 +800,7 @@ TEST_F(DialogTest, EnterInTheModalLoopPressesTheDefaultButton) {
     GwDialog* const dialog = load(kButtonsDialog);
     ASSERT_NE(dialog, nullptr);
     HWND const hwnd = hwndOf(*dialog);
-    HWND const edit = GetDlgItem(hwnd, kEdit);
-    ASSERT_TRUE(runModal(*dialog, {Script::once([&] {
-        SetFocus(edit);
-        PostMessageA(edit, WM_KEYDOWN, VK_RETURN, 1);
-    })}));
+    ASSERT_TRUE(runModalWithKeyInEdit(*dialog, VK_RETURN));
     EXPECT_EQ(dialog->result(), 1);
     EXPECT_FALSE(IsWindowVisible(hwnd));
 }

@@ -67,11 +67,6 @@ std::string statusText(HWND status) {
     return text;
 }
 
-bool quitPosted() {
-    MSG msg;
-    return PeekMessageA(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE;
-}
-
 class FrameMenuTest : public FrameFixture {
 protected:
     void SetUp() override {

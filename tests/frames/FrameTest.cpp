@@ -16,26 +16,6 @@ namespace {
 
 constexpr unsigned long long kNoId = ~0ull;
 
-std::string classNameOf(HWND hwnd) {
-    char name[64] = {};
-    GetClassNameA(hwnd, name, sizeof name);
-    return name;
-}
-
-std::string textOf(HWND hwnd) {
-    char text[64] = {};
-    GetWindowTextA(hwnd, text, sizeof text);
-    return text;
-}
-
-LONG styleOf(HWND hwnd) {
-    return GetWindowLongA(hwnd, GWL_STYLE);
-}
-
-LONG extendedStyleOf(HWND hwnd) {
-    return GetWindowLongA(hwnd, GWL_EXSTYLE);
-}
-
 class FrameTest : public FrameFixture {};
 
 // Ends a message loop that nothing else ended.

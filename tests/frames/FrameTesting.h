@@ -181,6 +181,12 @@ inline void resize(HWND hwnd, int width, int height) {
     SetWindowPos(hwnd, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+// Takes a quit message from the queue, if one was posted.
+inline bool quitPosted() {
+    MSG msg;
+    return PeekMessageA(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE;
+}
+
 // Redirects the process's standard output into a temporary file until text() is called.
 class StdoutCapture {
 public:

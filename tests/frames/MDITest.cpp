@@ -60,20 +60,6 @@ private:
     Flag mDeleted;
 };
 
-std::string classNameOf(HWND hwnd) {
-    char name[64] = {};
-    GetClassNameA(hwnd, name, sizeof name);
-    return name;
-}
-
-LONG styleOf(HWND hwnd) {
-    return GetWindowLongA(hwnd, GWL_STYLE);
-}
-
-LONG extendedStyleOf(HWND hwnd) {
-    return GetWindowLongA(hwnd, GWL_EXSTYLE);
-}
-
 HWND activeChild(HWND client) {
     return reinterpret_cast<HWND>(SendMessageA(client, WM_MDIGETACTIVE, 0, 0));
 }
@@ -102,11 +88,6 @@ std::vector<std::string> only(std::vector<std::string> const& names,
             out.push_back(name);
     }
     return out;
-}
-
-bool quitPosted() {
-    MSG msg;
-    return PeekMessageA(&msg, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE;
 }
 
 // A queued key-down message of key for window, as the message loop hands it over.

@@ -18,24 +18,8 @@ using namespace testing_windows;
 
 namespace {
 
-std::string textOf(HWND hwnd) {
-    char text[256] = {};
-    GetWindowTextA(hwnd, text, sizeof text);
-    return text;
-}
-
-std::string classNameOf(HWND hwnd) {
-    char name[64] = {};
-    GetClassNameA(hwnd, name, sizeof name);
-    return name;
-}
-
 std::string text(String const& string) {
     return string.c_str();
-}
-
-LONG styleOf(HWND hwnd) {
-    return GetWindowLongA(hwnd, GWL_STYLE);
 }
 
 // What a message box showed.

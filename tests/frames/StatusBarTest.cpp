@@ -15,12 +15,6 @@ using namespace testing_windows;
 
 namespace {
 
-std::string classNameOf(HWND hwnd) {
-    char name[64] = {};
-    GetClassNameA(hwnd, name, sizeof name);
-    return name;
-}
-
 class StatusBarTest : public FrameFixture {
 protected:
     void TearDown() override {

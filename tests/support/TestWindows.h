@@ -1,5 +1,6 @@
 // Helpers shared by the window tests: raw windows, a window object that routes every
-// message through the dispatcher, a recording event handler and a message pump.
+// message through the dispatcher, a recording event handler and a message pump (the
+// questions about raw windows are in WindowQueries.h).
 #pragma once
 
 #include <windows.h>
@@ -14,6 +15,8 @@
 #include <GwGeometry.h>
 #include <GwMessages.h>
 #include <GwWindow.h>
+
+#include "WindowQueries.h"
 
 namespace testing_windows {
 
@@ -63,6 +66,14 @@ public:
         }
         return GwControl::msgHandler(msg, wParam, lParam);
     }
+};
+
+// A top-level window with a bound object.
+struct TopLevel {
+    TopLevel() : hwnd(rawWindow()), closer{hwnd}, window(new DispatchingWindow(hwnd)) {}
+    HWND hwnd;
+    WindowCloser closer;
+    DispatchingWindow* window;
 };
 
 // One recorded callback.
@@ -137,6 +148,17 @@ private:
     std::vector<std::string>* mOrder;
     std::string mName;
 };
+
+// The activations among the callbacks that recorders noted in order as "name:callback" (a
+// click also moves the focus).
+inline std::vector<std::string> activations(std::vector<std::string> const& order) {
+    std::vector<std::string> out;
+    for (std::string const& one : order) {
+        if (one.ends_with(":activate"))
+            out.push_back(one);
+    }
+    return out;
+}
 
 // Dispatches the queued messages of this thread until none is left.
 inline void pumpMessages() {

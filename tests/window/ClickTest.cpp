@@ -13,21 +13,6 @@ using namespace testing_windows;
 
 namespace {
 
-// Destroys a window, and with it its object, when the test ends however it ends.
-struct WindowCloser {
-    HWND hwnd;
-    ~WindowCloser() {
-        if (IsWindow(hwnd))
-            DestroyWindow(hwnd);
-    }
-};
-
-int clientHeight(HWND hwnd) {
-    RECT client{};
-    GetClientRect(hwnd, &client);
-    return client.bottom;
-}
-
 std::vector<unsigned int> states(Recorder const& recorder) {
     std::vector<unsigned int> out;
     for (Call const& call : recorder.calls) {

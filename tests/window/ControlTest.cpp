@@ -26,22 +26,6 @@ HWND button(HWND parent, char const* text = "Button", int id = 1, DWORD style = 
                            GetModuleHandleA(nullptr), nullptr);
 }
 
-LONG styleOf(HWND hwnd) {
-    return GetWindowLongA(hwnd, GWL_STYLE);
-}
-
-std::string windowText(HWND hwnd) {
-    char buffer[1024] = {};
-    GetWindowTextA(hwnd, buffer, sizeof buffer);
-    return buffer;
-}
-
-std::string className(HWND hwnd) {
-    char buffer[256] = {};
-    GetClassNameA(hwnd, buffer, sizeof buffer);
-    return buffer;
-}
-
 RECT rectInParent(HWND hwnd) {
     RECT rect{};
     GetWindowRect(hwnd, &rect);
@@ -129,7 +113,7 @@ TEST_F(Control, CopyClonesThePlatformControl) {
     ASSERT_NE(clone, nullptr);
     ASSERT_NE(clone, source);
 
-    EXPECT_EQ(className(clone), "Button");
+    EXPECT_EQ(classNameOf(clone), "Button");
     EXPECT_EQ(styleOf(clone), styleOf(source));
     EXPECT_EQ(GetWindowLongA(clone, GWL_EXSTYLE), GetWindowLongA(source, GWL_EXSTYLE));
     EXPECT_NE(GetWindowLongA(clone, GWL_EXSTYLE) & WS_EX_CLIENTEDGE, 0);
@@ -140,7 +124,7 @@ TEST_F(Control, CopyClonesThePlatformControl) {
     EXPECT_EQ(to.left, 12);
     EXPECT_EQ(to.top, 34);
     EXPECT_TRUE(EqualRect(&from, &to)) << "same position and size";
-    EXPECT_EQ(windowText(clone), "Clone me");
+    EXPECT_EQ(textOf(clone), "Clone me");
     EXPECT_EQ(GetWindow(source, GW_HWNDNEXT), clone) << "right after the source";
     EXPECT_EQ(GetWindow(clone, GW_HWNDNEXT), after);
 
@@ -154,11 +138,11 @@ TEST_F(Control, CopyOfALongTextKeepsTheFirst255Characters) {
     for (int i = 0; i < 300; ++i)
         longText += static_cast<char>('A' + i % 26);
     HWND source = button(mParent, longText.c_str());
-    ASSERT_EQ(windowText(source), longText);
+    ASSERT_EQ(textOf(source), longText);
     auto* original = new TestControl(source);
     auto* copy = new TestControl(*original);
     ASSERT_NE(copy->window(), nullptr);
-    EXPECT_EQ(windowText(static_cast<HWND>(copy->window())), longText.substr(0, 255));
+    EXPECT_EQ(textOf(static_cast<HWND>(copy->window())), longText.substr(0, 255));
 }
 
 TEST_F(Control, CopyOfAControlWithoutWindowHasNoWindow) {
@@ -177,7 +161,7 @@ TEST_F(Control, MoveConstructionClonesToo) {
     EXPECT_EQ(original->window(), source) << "the source keeps its window";
     ASSERT_NE(moved->window(), nullptr);
     EXPECT_NE(moved->window(), source);
-    EXPECT_EQ(windowText(static_cast<HWND>(moved->window())), "Moved");
+    EXPECT_EQ(textOf(static_cast<HWND>(moved->window())), "Moved");
 }
 
 TEST_F(Control, AssignmentMakesBothObjectsNameTheSameWindow) {
@@ -192,7 +176,7 @@ TEST_F(Control, AssignmentMakesBothObjectsNameTheSameWindow) {
         EXPECT_EQ(GwWindow::window(hwnd, false), bound) << "the window stays bound to the first";
         EXPECT_EQ(std::string(other.text().c_str()), "Shared");
         other.setText(String("Through the other"));
-        EXPECT_EQ(windowText(hwnd), "Through the other");
+        EXPECT_EQ(textOf(hwnd), "Through the other");
 
         other = TestControl(); // lets go of the window before it is destroyed
         EXPECT_EQ(other.window(), nullptr);

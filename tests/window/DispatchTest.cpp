@@ -19,21 +19,6 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-// Destroys a window, and with it its object, when the test ends however it ends.
-struct WindowCloser {
-    HWND hwnd;
-    ~WindowCloser() {
-        if (IsWindow(hwnd))
-            DestroyWindow(hwnd);
-    }
-};
-
-int clientHeight(HWND hwnd) {
-    RECT client{};
-    GetClientRect(hwnd, &client);
-    return client.bottom;
-}
-
 // Sets the thread's keyboard state: the given virtual keys down, every other key up.
 void setKeysDown(std::initializer_list<int> keys) {
     BYTE state[256] = {};
@@ -136,14 +121,6 @@ protected:
         setKeysDown({});
     }
     void TearDown() override { setKeysDown({}); }
-};
-
-// A top-level window with a bound object.
-struct TopLevel {
-    TopLevel() : hwnd(rawWindow()), closer{hwnd}, window(new DispatchingWindow(hwnd)) {}
-    HWND hwnd;
-    WindowCloser closer;
-    DispatchingWindow* window;
 };
 
 // A top-level window with a bound button control, each with a recorder writing to one list.

@@ -16,23 +16,6 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-// Destroys a window, and with it its object, when the test ends however it ends.
-struct WindowCloser {
-    HWND hwnd;
-    ~WindowCloser() {
-        if (IsWindow(hwnd))
-            DestroyWindow(hwnd);
-    }
-};
-
-// A top-level window with a bound object.
-struct TopLevel {
-    TopLevel() : hwnd(rawWindow()), closer{hwnd}, window(new DispatchingWindow(hwnd)) {}
-    HWND hwnd;
-    WindowCloser closer;
-    DispatchingWindow* window;
-};
-
 // A recorder that counts its deletions.
 class Tracked : public Recorder {
 public:

@@ -273,16 +273,6 @@ protected:
     }
 };
 
-// The activations among the recorded callbacks (the click also moves the focus).
-std::vector<std::string> activations(std::vector<std::string> const& order) {
-    std::vector<std::string> out;
-    for (std::string const& one : order) {
-        if (one.ends_with(":activate"))
-            out.push_back(one);
-    }
-    return out;
-}
-
 // Records the activation and ends the loop.
 class Ending : public Recorder {
 public:

@@ -25,12 +25,6 @@ RECT rectInParent(HWND hwnd) {
     return rect;
 }
 
-int clientHeight(HWND hwnd) {
-    RECT client{};
-    GetClientRect(hwnd, &client);
-    return client.bottom;
-}
-
 // A top-level window with a child and a grandchild, all bound to library objects.
 class WindowOperations : public ::testing::Test {
 protected:
