@@ -23,28 +23,19 @@ using namespace testing_windows;
 
 namespace {
 
-// A push button of the tests: it turns the reflected click into the activate event, which
-// bubbles to its dialog, as the library's buttons do. The attribute data of the test dialogs
-// names it for some of their controls.
-class DialogTestButton : public GwControl {
+// The tests' push button with a class record of its own: the attribute data of the test
+// dialogs names it for some of their controls.
+class DialogTestButton : public StandInButton {
     GW_DECLARE_CLASS(DialogTestButton)
 
 public:
-    explicit DialogTestButton(void* hwnd) : GwControl(hwnd) {}
+    explicit DialogTestButton(void* hwnd) : StandInButton(hwnd) {}
     DialogTestButton(DialogTestButton const& other) = default;
     DialogTestButton& operator=(DialogTestButton const& other) = default;
 
     static DialogTestButton* newInstance(EventData const* data) {
         void* const hwnd = GwEventData::windowOf(data);
         return hwnd != nullptr ? new DialogTestButton(hwnd) : nullptr;
-    }
-
-protected:
-    long long msgHandler(unsigned long long msg, unsigned long long wParam,
-                         long long lParam) override {
-        if (msg == GwMsgCommand)
-            return HIWORD(wParam) == BN_CLICKED ? dispatchEvent(GwMsgCommand, 0, 0) : 0;
-        return GwControl::msgHandler(msg, wParam, lParam);
     }
 };
 

@@ -76,6 +76,21 @@ struct TopLevel {
     DispatchingWindow* window;
 };
 
+// A push button of the tests: it turns the reflected click into the activate event, which
+// bubbles to its top-level window, as the library's buttons do.
+class StandInButton : public GwControl {
+public:
+    explicit StandInButton(void* hwnd) : GwControl(hwnd) {}
+
+protected:
+    long long msgHandler(unsigned long long msg, unsigned long long wParam,
+                         long long lParam) override {
+        if (msg == GwMsgCommand)
+            return HIWORD(wParam) == BN_CLICKED ? dispatchEvent(GwMsgCommand, 0, 0) : 0;
+        return GwControl::msgHandler(msg, wParam, lParam);
+    }
+};
+
 // One recorded callback.
 struct Call {
     std::string callback;

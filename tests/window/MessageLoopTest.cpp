@@ -259,20 +259,6 @@ protected:
     }
 };
 
-// Turns the reflected command into the activate event, as the library's buttons do.
-class StandInButton : public GwControl {
-public:
-    explicit StandInButton(HWND hwnd) : GwControl(hwnd) {}
-
-protected:
-    long long msgHandler(unsigned long long msg, unsigned long long wParam,
-                         long long lParam) override {
-        if (msg == GwMsgCommand)
-            return HIWORD(wParam) == BN_CLICKED ? dispatchEvent(GwMsgCommand, 0, 0) : 0;
-        return GwControl::msgHandler(msg, wParam, lParam);
-    }
-};
-
 // Records the activation and ends the loop.
 class Ending : public Recorder {
 public:
