@@ -27,6 +27,8 @@ public:
     enum eCursorType { eNoCursor = -1, eLibraryCursor = 0xF800 };
     // The edge of a frame that a control bar is stacked along.
     enum eAlignment { eTop = 1, eBottom = 2, eRight = 16, eLeft = 32 };
+    // How a list orders its lines: 0 in the order of adding, any positive value sorted.
+    enum eSorting : int { eUnsorted = 0, eSorted = 1 };
 
     class VMGUI_API GwRegister : public GwStartup {
     public:

@@ -17,6 +17,8 @@
 #include "GwWindow.h"
 #include "GwWindowClass.h"
 #include "GwControl.h"
+#include "GwListBox.h"
+#include "GwTab.h"
 #include "GwApplication.h"
 #include "GwThisDll.h"
 #include "GwMenu.h"

@@ -80,6 +80,8 @@ Row const kClasses[] = {
 std::set<std::string> const kBuilt = {
     "GwEventData", "GwEventHandler", "GwItem",  "GwObject",
     "GwStartup",   "GwTextItem",     "GwTools", "GwUserData",
+    // Lists and tabs.
+    "GwListBox", "GwTab", "GwTabItem",
 };
 
 } // namespace
