@@ -29,6 +29,8 @@
 #include <GwEventHandler.h>
 #include <GwWindow.h>
 
+#include "BenchTiming.h"
+
 // The hand-written side of the comparison: a handler interface with one virtual callback.
 // Outside the anonymous namespace, so that the compiler cannot know every implementation and
 // turn the call into a direct one (the build keeps it from guessing one, too).
@@ -48,6 +50,12 @@ public:
     unsigned long long calls = 0;
 };
 
+using bench::interleave;
+using bench::median;
+using bench::minimum;
+using bench::nowNs;
+using bench::pairedRatio;
+
 namespace {
 
 double const kTarget = 1.15;
@@ -57,14 +65,6 @@ double const kSampleNs = 10e6; // one sample: about 10 ms
 // Timers 1 to 3 are the click timers, which only get killed: any other reaches cbTimer.
 WPARAM const kTimerId = 42;
 char const kRawClass[] = "VmGuiBenchRaw";
-
-double gTicksPerNs = 0;
-
-double nowNs() {
-    LARGE_INTEGER ticks;
-    QueryPerformanceCounter(&ticks);
-    return static_cast<double>(ticks.QuadPart) / gTicksPerNs;
-}
 
 // The application object; the program's entry code owns it.
 class BenchApplication : public GwApplication {
@@ -120,25 +120,6 @@ char const* const kKnownClasses[] = {
     TRACKBAR_CLASSA,
 };
 
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    std::size_t const middle = values.size() / 2;
-    return values.size() % 2 != 0 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
-}
-
-// The median of the round-by-round quotients: each round's two samples were taken close
-// together, under the same load.
-double pairedRatio(std::vector<double> const& numerators, std::vector<double> const& denominators) {
-    std::vector<double> ratios;
-    for (std::size_t i = 0; i < numerators.size() && i < denominators.size(); ++i)
-        ratios.push_back(numerators[i] / denominators[i]);
-    return median(ratios);
-}
-
-double minimum(std::vector<double> const& values) {
-    return *std::min_element(values.begin(), values.end());
-}
-
 void registerRawClass() {
     WNDCLASSA cls{};
     cls.lpfnWndProc = DefWindowProcA;
@@ -168,23 +149,6 @@ double callProcedure(HWND hwnd, int count) {
     for (int i = 0; i < count; ++i)
         procedure(hwnd, WM_TIMER, kTimerId, 0);
     return (nowNs() - start) / count;
-}
-
-// Runs the variants round by round, the order rotating from round to round, and answers the
-// samples of each variant (the warm-up round left out).
-template <class Variant>
-std::vector<std::vector<double>> interleave(std::vector<Variant> const& variants) {
-    std::size_t const n = variants.size();
-    std::vector<std::vector<double>> samples(n);
-    for (int round = 0; round <= kRounds; ++round) {
-        for (std::size_t k = 0; k < n; ++k) {
-            std::size_t const which = (k + static_cast<std::size_t>(round)) % n;
-            double const sample = variants[which]();
-            if (round > 0)
-                samples[which].push_back(sample);
-        }
-    }
-    return samples;
 }
 
 // How often to repeat something that takes about perCall nanoseconds so that one sample
@@ -240,7 +204,7 @@ bool dispatchBench() {
         {library, count, eDispatch, object}};
     unsigned long long const libraryBefore = counting.calls;
     unsigned long long const rawBefore = rawCounter.calls;
-    std::vector<std::vector<double>> const samples = interleave(runs);
+    std::vector<std::vector<double>> const samples = interleave(runs, kRounds);
     unsigned long long const expected = static_cast<unsigned long long>(count) * (kRounds + 1);
     bool const counted = counting.calls - libraryBefore == expected * 12 &&
                          rawCounter.calls - rawBefore == expected * 2;
@@ -324,7 +288,7 @@ void startupBench() {
         }
     };
     std::vector<Run> const runs{{0, applications, parent, &atoms}, {1, windowSets, parent, &atoms}};
-    std::vector<std::vector<double>> const samples = interleave(runs);
+    std::vector<std::vector<double>> const samples = interleave(runs, kRounds);
     DestroyWindow(parent);
 
     double const application = median(samples[0]) / 1000;
@@ -340,10 +304,6 @@ void startupBench() {
 } // namespace
 
 int main() {
-    LARGE_INTEGER frequency;
-    QueryPerformanceFrequency(&frequency);
-    gTicksPerNs = static_cast<double>(frequency.QuadPart) / 1e9;
-
     INITCOMMONCONTROLSEX controls{};
     controls.dwSize = sizeof controls;
     controls.dwICC = ICC_WIN95_CLASSES;
