@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Sets up the machine, builds everything and runs all tests:
 #   1. VmBase and the attribute-data parser natively under AddressSanitizer and
-#      UndefinedBehaviorSanitizer, and the parser's fuzz target for a bounded time;
+#      UndefinedBehaviorSanitizer, and the parsers' fuzz targets for a bounded time;
 #   2. the Windows build (VmBase.dll, VmGui.dll, tests, tools) with MinGW-w64;
 #   3. installation and a consumer project built against the installed CMake package;
 #   4. every test executable under Wine, headless; CTest's summary ends the output.
@@ -21,7 +21,7 @@ cmake --build "$native" -j "$jobs"
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
     ctest --test-dir "$native" --output-on-failure -j "$jobs"
 
-echo "== Fuzzing the attribute-data parser"
+echo "== Fuzzing the parsers"
 VMGUI_FUZZ_DIR="$build-fuzz" bash "$root/tools/fuzz.sh" "${VMGUI_FUZZ_SECONDS:-60}"
 
 echo "== Windows build"

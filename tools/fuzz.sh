@@ -1,18 +1,24 @@
 #!/usr/bin/env bash
-# Fuzzes the attribute-data parser with libFuzzer (clang, native build).
+# Fuzzes the platform-neutral parsers with libFuzzer (clang, native build).
 #
-#     tools/fuzz.sh [SECONDS] [extra libFuzzer options...]
+#     tools/fuzz.sh [SECONDS] [TARGET...]
 #
-# Configures and builds build-fuzz (or VMGUI_FUZZ_DIR) with clang, then runs
-# rcdata_parser_fuzz for SECONDS (default 60) from the seed corpus fuzz/corpus. New inputs
-# go to the build folder's corpus, never into the sources; a crash or a broken property
-# leaves its input in the build folder's artifacts/ and makes this script fail.
+# Configures and builds build-fuzz (or VMGUI_FUZZ_DIR) with clang, then runs each target
+# (default: all of them) for SECONDS (default 60) from its seed corpus in fuzz/:
+#   rcdata_parser_fuzz  the attribute-data parser (corpus fuzz/corpus, dictionary rcdata.dict)
+#   number_text_fuzz    the edit field's number reading and formatting (fuzz/number-corpus)
+# New inputs go to the build folder's corpus-TARGET, never into the sources; a crash or a
+# broken property leaves its input in the build folder's artifacts/ and makes this script fail.
 set -euo pipefail
 
 root=$(cd "$(dirname "$0")/.." && pwd)
 build="${VMGUI_FUZZ_DIR:-$root/build-fuzz}"
 seconds="${1:-60}"
 shift $(( $# > 0 ? 1 : 0 ))
+targets=("$@")
+if [ ${#targets[@]} -eq 0 ]; then
+    targets=(rcdata_parser_fuzz number_text_fuzz)
+fi
 
 cc="${CC:-clang}"
 cxx="${CXX:-clang++}"
@@ -25,19 +31,29 @@ fi
 cmake -S "$root" -B "$build" "${generator[@]}" \
     -DCMAKE_C_COMPILER="$cc" -DCMAKE_CXX_COMPILER="$cxx" \
     -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVMGUI_BUILD_TESTS=OFF >/dev/null
-cmake --build "$build" --target rcdata_parser_fuzz
+cmake --build "$build" --target "${targets[@]}"
 
-program=$(find "$build" -name rcdata_parser_fuzz -type f -perm -u+x | head -n 1)
-if [ -z "$program" ]; then
-    echo "fuzz.sh: rcdata_parser_fuzz was not built (is $cxx clang?)" >&2
-    exit 1
-fi
-
-mkdir -p "$build/corpus" "$build/artifacts"
-echo "fuzz.sh: running $program for $seconds s"
-"$program" "$build/corpus" "$root/fuzz/corpus" \
-    -dict="$root/fuzz/rcdata.dict" \
-    -max_total_time="$seconds" \
-    -artifact_prefix="$build/artifacts/" \
-    -print_final_stats=1 \
-    "$@"
+mkdir -p "$build/artifacts"
+for target in "${targets[@]}"; do
+    program=$(find "$build" -name "$target" -type f -perm -u+x | head -n 1)
+    if [ -z "$program" ]; then
+        echo "fuzz.sh: $target was not built (is $cxx clang?)" >&2
+        exit 1
+    fi
+    options=()
+    case "$target" in
+        rcdata_parser_fuzz) seeds="$root/fuzz/corpus"; options=(-dict="$root/fuzz/rcdata.dict") ;;
+        number_text_fuzz) seeds="$root/fuzz/number-corpus" ;;
+        *)
+            echo "fuzz.sh: unknown target $target" >&2
+            exit 2
+            ;;
+    esac
+    mkdir -p "$build/corpus-$target"
+    echo "fuzz.sh: running $program for $seconds s"
+    "$program" "$build/corpus-$target" "$seeds" \
+        "${options[@]}" \
+        -max_total_time="$seconds" \
+        -artifact_prefix="$build/artifacts/" \
+        -print_final_stats=1
+done

@@ -80,8 +80,11 @@ Row const kClasses[] = {
 std::set<std::string> const kBuilt = {
     "GwEventData", "GwEventHandler", "GwItem",  "GwObject",
     "GwStartup",   "GwTextItem",     "GwTools", "GwUserData",
+    // buttons, edit field, statics
+    "GwButton", "GwPushButton", "GwToggleButton", "Gw3StateButton", "GwRadioButton",
+    "GwUserButton", "GwEditField", "GwStatic", "GwText", "GwGroupBox", "GwImage",
     // Lists and tabs.
-    "GwListBox", "GwTab", "GwTabItem",
+    "GwComboBox", "GwListBox", "GwTab", "GwTabItem",
 };
 
 } // namespace
