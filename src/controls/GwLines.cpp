@@ -319,17 +319,34 @@ void GwLines::storeCopy(GwLineChannel const& send, int position, GwItem const& i
         setLine(position, copy);
 }
 
-int GwLines::firstWithId(unsigned long long id) const {
+GwLines::Line const* GwLines::firstLineWithId(unsigned long long id) const {
     auto found = mById.find(id);
     if (found == mById.end())
-        return -1;
-    int first = -1;
-    for (Line const* line : found->second) {
-        int position = positionOf(line);
-        if (first < 0 || position < first)
-            first = position;
+        return nullptr;
+    std::vector<Line*> const& lines = found->second;
+    if (lines.size() == 1)
+        return lines.front();
+    Line const* first = nullptr;
+    int firstPosition = 0;
+    for (Line const* line : lines) {
+        int const position = positionOf(line);
+        if (first == nullptr || position < firstPosition) {
+            first = line;
+            firstPosition = position;
+        }
     }
     return first;
+}
+
+int GwLines::firstWithId(unsigned long long id) const {
+    Line const* line = firstLineWithId(id);
+    return line != nullptr ? positionOf(line) : -1;
+}
+
+GwItem const* GwLines::withId(GwLineChannel const& send, unsigned long long id) {
+    sync(send);
+    Line const* line = firstLineWithId(id);
+    return line != nullptr ? line->copy : nullptr;
 }
 
 int GwLines::find(GwLineChannel const& send, unsigned long long id) {
@@ -377,7 +394,35 @@ int GwLines::count(GwLineChannel const& send) {
     return sync(send);
 }
 
+bool GwLines::appended(GwLineChannel const& send, GwItem const& item) {
+    // Nothing to replace as far as the mirror knows: no line holds a copy with the item's
+    // identifier (a class whose equality needs it), or no line holds a copy at all.
+    bool const noMatch = item.id() == ~0ull || mCopies.empty() ||
+                         (equalityNeedsId(item) && mById.count(item.id()) == 0);
+    if (!mCurrent || !noMatch)
+        return false;
+    // The new last line's position checks the mirror against the platform, in place of the
+    // line count.
+    int const expected = sizeOf(mRoot);
+    long long position;
+    bool const current = sendChange(send, mMessages.insert, ~0ull,
+                                    reinterpret_cast<LONG_PTR>(item.text().c_str()), position);
+    if (position < 0)
+        return true; // refused: nothing stored
+    if (current && mCurrent && position == expected) {
+        insertLine(expected, nullptr);
+        storeCopy(send, expected, item);
+        return true;
+    }
+    // The lines changed behind the mirror: the line goes again, and the checked way follows.
+    mCurrent = false;
+    send(mMessages.remove, static_cast<unsigned long long>(position), 0);
+    return false;
+}
+
 void GwLines::add(GwLineChannel const& send, GwItem const& item, bool sorted) {
+    if (!sorted && appended(send, item))
+        return;
     long long replaced = -1;
     if (item.id() != ~0ull) {
         int const position = find(send, item);

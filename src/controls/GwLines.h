@@ -91,6 +91,8 @@ public:
     // The first line whose copy has the identifier / is equal to the item; -1 for none.
     int find(GwLineChannel const& send, unsigned long long id);
     int find(GwLineChannel const& send, GwItem const& item);
+    // The copy of the first line with the identifier; null for none.
+    GwItem const* withId(GwLineChannel const& send, unsigned long long id);
     // The copy of a line; null for a line that holds none and for a position out of range.
     GwItem const* at(GwLineChannel const& send, int position);
     int count(GwLineChannel const& send);
@@ -138,7 +140,12 @@ private:
 
     Line* lineAt(int position) const;
     static int positionOf(Line const* line);
+    Line const* firstLineWithId(unsigned long long id) const;
     int firstWithId(unsigned long long id) const;
+    // add() of an unsorted list when the mirror shows that nothing is to be replaced: the
+    // line is appended without reading the count first. False when the checked way must
+    // be taken.
+    bool appended(GwLineChannel const& send, GwItem const& item);
 
     GwLineMessages const& mMessages;
     Line* mRoot = nullptr;

@@ -121,8 +121,7 @@ GwListBox& GwListBox::remove() {
 }
 
 GwItem const& GwListBox::item(unsigned long long id) const {
-    int const position = mLines->find(channel(), id);
-    GwItem const* found = position >= 0 ? mLines->at(channel(), position) : nullptr;
+    GwItem const* found = mLines->withId(channel(), id);
     return found != nullptr ? *found : GwLines::noItem();
 }
 

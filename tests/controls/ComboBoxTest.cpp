@@ -343,3 +343,26 @@ TEST_F(ComboBoxTest, DoubleClickNotificationGivesTheActivateEvent) {
     EXPECT_EQ(top.names(), (std::vector<std::string>{"activate"}));
     mTop.window->remove(&top);
 }
+
+TEST_F(ComboBoxTest, LinesChangedBehindTheComboBoxAreReadAfresh) {
+    GwComboBox* combo = make();
+    HWND hwnd = hwndOf(*combo);
+    COMBOBOXINFO info{};
+    info.cbSize = sizeof info;
+    ASSERT_TRUE(GetComboBoxInfo(hwnd, &info));
+    combo->add(CountedItem(1, "a")).add(CountedItem(2, "b"));
+    // Straight to the combo box's own list, past its procedure.
+    SendMessageA(info.hwndList, LB_DELETESTRING, 0, 0);
+    combo->add(CountedItem(3, "c")); // appended where the platform put it
+    EXPECT_EQ(comboTexts(hwnd), (Texts{"b", "c"}));
+    EXPECT_EQ(&combo->item(3), &combo->itemAt(1));
+    EXPECT_EQ(&combo->item(1), &combo->item(99)) << "its line is gone";
+    SendMessageA(info.hwndList, LB_INSERTSTRING, 0, reinterpret_cast<LPARAM>("fremd"));
+    combo->add(CountedItem(2, "b")); // replaces the line of b where it is now
+    EXPECT_EQ(comboTexts(hwnd), (Texts{"fremd", "b", "c"}));
+    EXPECT_EQ(&combo->item(2), &combo->itemAt(1));
+    combo->add(CountedItem(4, "d"));
+    EXPECT_EQ(comboTexts(hwnd), (Texts{"fremd", "b", "c", "d"}));
+    DestroyWindow(hwnd);
+    EXPECT_EQ(CountedItem::live, 0);
+}
