@@ -9,6 +9,13 @@
 #define IDD_SETTINGS 2000
 #define IDC_FONT_SIZE 2001
 #define IDC_BOLD 2002
+#define IDC_FACE_SANS 2003
+#define IDC_FACE_SERIF 2004
+#define IDC_FACE_MONO 2005
+#define IDC_FACE_GROUP 2006
+#define IDC_PICTURE 2007
+// The picture in the settings dialog.
+#define IDB_PAGE 2100
 
 // Commands of the demo's own menu entries; the string of the same identifier is the entry's
 // status text.
@@ -36,6 +43,10 @@
 #define IDS_BAD_SIZE 122
 #define IDS_SIZE_CHANGED 123
 #define IDS_BOLD 124
+// The font faces, in the order of the radio buttons IDC_FACE_SANS to IDC_FACE_MONO.
+#define IDS_FACE_SANS 125
+#define IDS_FACE_SERIF 126
+#define IDS_FACE_MONO 127
 #define IDS_USAGE 130
 // The welcome text of the main window, one line each; an empty string ends it.
 #define IDS_WELCOME 200
