@@ -125,26 +125,39 @@ void GwViewport::paint() {
 
         PAINTSTRUCT paint{};
         if (BeginPaint(hwnd, &paint) != nullptr && device != nullptr) {
-            // Clipping and filling both cover exactly the invalid rectangle: the clip region
-            // in device units, the fill region in the context's upward logical units.
+            RECT client{};
+            GetClientRect(hwnd, &client);
+            long const h = client.bottom;
             RECT const& invalid = paint.rcPaint;
-            HRGN clip = CreateRectRgnIndirect(&invalid);
+            // The clip rectangle is in device units, the fill rectangle in the context's
+            // upward logical units. A private device context answers the invalid rectangle
+            // in its logical units (y up), the shared one in device units: so the clip
+            // rectangle is mirrored about the client height in the first mode and the fill
+            // rectangle in the second. The rows a private context's rectangles reach beyond
+            // the invalid area are outside its paint clipping anyway.
+            RECT clip;
+            RECT fill;
+            if (gOwnDC) {
+                clip = {invalid.left, h - invalid.top, invalid.right, h - invalid.bottom + 1};
+                fill = {invalid.left, invalid.top, invalid.right, invalid.bottom - 1};
+            } else {
+                clip = invalid;
+                fill = {invalid.left, h - invalid.bottom, invalid.right, h - invalid.top};
+            }
+            HRGN clipRegion = CreateRectRgnIndirect(&clip);
             if (paint.fErase) {
                 unsigned long const color = backgroundRef();
                 if (gc.fixedBackground() == 0)
                     gc.setColor(color | 0x80000000UL, 1);
                 SetBkColor(device, color);
-                POINT corners[2] = {{invalid.left, invalid.top}, {invalid.right, invalid.bottom}};
-                DPtoLP(device, corners, 2);
-                RECT logical{corners[0].x, corners[1].y, corners[1].x, corners[0].y};
-                HRGN fill = CreateRectRgnIndirect(&logical);
-                PaintRgn(device, fill);
-                DeleteObject(fill);
+                HRGN fillRegion = CreateRectRgnIndirect(&fill);
+                PaintRgn(device, fillRegion);
+                DeleteObject(fillRegion);
             }
-            SelectClipRgn(device, clip);
+            SelectClipRgn(device, clipRegion);
             dispatchEvent(WM_PAINT, context, 0);
             SelectClipRgn(device, nullptr);
-            DeleteObject(clip);
+            DeleteObject(clipRegion);
         }
         EndPaint(hwnd, &paint);
         dispatchEvent(WM_PAINT, context, 2);

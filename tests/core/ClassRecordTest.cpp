@@ -78,8 +78,8 @@ Row const kClasses[] = {
 
 // The classes the library has so far; each must be registered exactly as its row says.
 std::set<std::string> const kBuilt = {
-    "GwEventData", "GwEventHandler", "GwItem",  "GwObject",
-    "GwStartup",   "GwTextItem",     "GwTools", "GwUserData",
+    "GwEventData", "GwEventHandler", "GwItem", "GwObject", "GwStartup",  "GwTextItem",
+    "GwTools",     "GwUserData",     "GwGC",   "GwGCWMF",  "GwViewport",
 };
 
 } // namespace

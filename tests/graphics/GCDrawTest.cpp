@@ -204,14 +204,14 @@ TEST(GCDraw, ThreeCollinearPointsDrawNoArc) {
 TEST(GCDraw, TheArcCentreIsFoundInEveryArrangement) {
     GwPosition centre;
     // Two points share an x, two share a y, none share either.
-    ASSERT_TRUE(ArcCentre::centre(GwPosition(0, 10), GwPosition(0, -10), GwPosition(10, 0),
-                                  centre));
+    ASSERT_TRUE(
+        ArcCentre::centre(GwPosition(0, 10), GwPosition(0, -10), GwPosition(10, 0), centre));
     EXPECT_EQ(centre, GwPosition(0, 0));
-    ASSERT_TRUE(ArcCentre::centre(GwPosition(-10, 0), GwPosition(10, 0), GwPosition(0, 10),
-                                  centre));
+    ASSERT_TRUE(
+        ArcCentre::centre(GwPosition(-10, 0), GwPosition(10, 0), GwPosition(0, 10), centre));
     EXPECT_EQ(centre, GwPosition(0, 0));
-    ASSERT_TRUE(ArcCentre::centre(GwPosition(53, 80), GwPosition(80, 53), GwPosition(20, 50),
-                                  centre));
+    ASSERT_TRUE(
+        ArcCentre::centre(GwPosition(53, 80), GwPosition(80, 53), GwPosition(20, 50), centre));
     EXPECT_NEAR(centre.x(), 50, 1);
     EXPECT_NEAR(centre.y(), 50, 1);
     // Rounded by adding a half: the centre of (0,0), (1,0), (0,1) is (0.5, 0.5).

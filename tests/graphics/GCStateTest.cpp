@@ -319,11 +319,11 @@ TEST(GCState, TextAtAPointIsPlacedByTheFlags) {
         long left, top; // where the text's box should start and its top
     };
     Case const cases[] = {
-        {0x100, x, y},             // flags 0 would take the text mode: the point is top-left
-        {0x1, x - w / 2, y},       // centred horizontally
-        {0x2, x - w, y},           // right end
-        {0x4, x, y + (h >> 1)},    // centred vertically
-        {0x8, x, y + h},           // bottom edge on the point
+        {0x100, x, y},          // flags 0 would take the text mode: the point is top-left
+        {0x1, x - w / 2, y},    // centred horizontally
+        {0x2, x - w, y},        // right end
+        {0x4, x, y + (h >> 1)}, // centred vertically
+        {0x8, x, y + h},        // bottom edge on the point
         {0x5, x - w / 2, y + (h >> 1)},
     };
     for (Case const& one : cases) {

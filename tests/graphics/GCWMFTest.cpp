@@ -48,7 +48,8 @@ std::vector<unsigned char> readFile(std::string const& path) {
 
 void writeFile(std::string const& path, std::vector<unsigned char> const& bytes) {
     std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(reinterpret_cast<char const*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    out.write(reinterpret_cast<char const*>(bytes.data()),
+              static_cast<std::streamsize>(bytes.size()));
 }
 
 std::uint16_t word(std::vector<unsigned char> const& bytes, std::size_t offset) {
@@ -81,11 +82,11 @@ int farDifferences(Canvas const& a, Canvas const& b) {
     for (int row = 1; row < a.height() - 1; ++row)
         for (int x = 1; x < a.width() - 1; ++x) {
             COLORREF c = GetPixel(da, x, row);
-            bool near = false;
-            for (int dy = -1; dy <= 1 && !near; ++dy)
-                for (int dx = -1; dx <= 1 && !near; ++dx)
-                    near = GetPixel(db, x + dx, row + dy) == c;
-            count += near ? 0 : 1;
+            bool found = false;
+            for (int dy = -1; dy <= 1 && !found; ++dy)
+                for (int dx = -1; dx <= 1 && !found; ++dx)
+                    found = GetPixel(db, x + dx, row + dy) == c;
+            count += found ? 0 : 1;
         }
     ReleaseDC(a.hwnd(), da);
     ReleaseDC(b.hwnd(), db);
@@ -155,9 +156,10 @@ TEST(GCWMF, TheRecordingCarriesTheFrameInHundredthsOfAMillimetreAndTheDescriptio
     EXPECT_EQ(header.rclFrame.bottom, bottom);
     char description[64] = {};
     UINT length = GetEnhMetaFileDescriptionA(handle, sizeof description, description);
-    ASSERT_EQ(length, 31u);
+    // Two strings, each ended by NUL, and a final NUL.
+    ASSERT_EQ(length, 32u);
     EXPECT_EQ(std::string(description, length),
-              std::string("VALMOR Systeme GmbH\0Ohne Titel\0", 31));
+              std::string("VALMOR Systeme GmbH\0Ohne Titel\0", 32));
 }
 
 TEST(GCWMF, PlayWithoutAWidthKeepsThePicturesAspectRatio) {
@@ -254,8 +256,7 @@ TEST(GCWMF, ThePlaceableHeaderCarriesTheBoundsAndItsChecksum) {
         Canvas canvas(kWidth, kHeight);
         playInto(writer, canvas); // ends the recording, the file is written at the end
         ENHMETAHEADER header{};
-        GetEnhMetaFileHeader(static_cast<HENHMETAFILE>(writer.metafile()), sizeof header,
-                             &header);
+        GetEnhMetaFileHeader(static_cast<HENHMETAFILE>(writer.metafile()), sizeof header, &header);
         bounds = header.rclBounds;
     }
     std::vector<unsigned char> bytes = readFile(file.path());
