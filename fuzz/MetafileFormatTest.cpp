@@ -177,6 +177,17 @@ TEST(MetafileFormat, WrongSignaturesAreNotTakenForTheirKind) {
     EXPECT_EQ(gwMetafileFormat(nullptr, 100).kind, GwMetafileKind::eInvalid);
 }
 
+TEST(MetafileFormat, TheEnhancedSignatureDecidesWhateverTheLength) {
+    // A Windows metafile whose bytes carry the enhanced signature at offset 40.
+    Bytes bytes = windowsMetafile();
+    bytes.resize(44, 0);
+    set32(bytes, 40, 0x464D4520);
+    set32(bytes, 6, 17);
+    EXPECT_EQ(formatOf(bytes).kind, GwMetafileKind::eInvalid);
+    bytes.resize(60, 0);
+    EXPECT_EQ(formatOf(bytes).kind, GwMetafileKind::eInvalid);
+}
+
 TEST(MetafileFormat, ThePlaceableHeaderIsLittleEndianWithItsChecksum) {
     unsigned char header[kGwPlaceableHeaderSize] = {};
     gwWritePlaceableHeader(header, 1, -2, 300, 400, 2540);

@@ -74,7 +74,10 @@ GwMetafileFormat gwMetafileFormat(void const* data, std::size_t size) {
     if (bytes == nullptr || size < 4)
         return format;
 
-    if (size >= 52 && dword(bytes, 40) == kEnhancedSignature) {
+    // The signature decides: bytes that carry it are an enhanced metafile or nothing.
+    if (size >= 44 && dword(bytes, 40) == kEnhancedSignature) {
+        if (size < 52)
+            return format;
         std::uint32_t const declared = dword(bytes, 48); // nBytes
         if (declared <= size && enhancedRecordsFit(bytes, declared)) {
             format.kind = GwMetafileKind::eEnhanced;
