@@ -6,19 +6,8 @@
 #include <cstring>
 #include <memory>
 
+#include "FuzzRequire.h"
 #include "GwMetafileFormat.h"
-
-namespace {
-
-#define REQUIRE(condition)                                                                         \
-    do {                                                                                           \
-        if (!(condition)) {                                                                        \
-            std::fprintf(stderr, "%s:%d: broken: %s\n", __FILE__, __LINE__, #condition);           \
-            std::abort();                                                                          \
-        }                                                                                          \
-    } while (false)
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     // An exact-size heap copy, so that the address sanitizer reports any read past it.
