@@ -230,4 +230,8 @@ private:
     void* mBrush; // the brush this context made and selected, or null
     bool mFlipY;
     long mFlipBase;
+    // The vertical resolution of the device the fonts were last made for (setFont asks the
+    // device only when it changed).
+    void* mDpiDevice;
+    int mDpiY;
 };

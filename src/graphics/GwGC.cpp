@@ -3,8 +3,8 @@
 #include <windows.h>
 
 #include <cmath>
+#include <cstdint>
 #include <cstring>
-#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -23,6 +23,7 @@ static_assert(sizeof(long) == sizeof(LONG), "coordinate pairs are handed to GDI 
 
 namespace {
 
+double const kPi = 4.0 * std::atan(1.0);
 COLORREF const kInitialColor = 0x02000000; // palette-relative black
 unsigned int const kNoClip = DT_NOCLIP;    // 0x100
 unsigned int const kKeepClip = 0x40000000; // bit 30: leave DT_NOCLIP out
@@ -40,9 +41,32 @@ struct FontRecord {
     HFONT handle;
 };
 
+// The whole LOGFONTA, compared byte for byte and hashed (FNV-1a over 32-bit words).
+struct FontKeyHash {
+    std::size_t operator()(LOGFONTA const& font) const {
+        static_assert(sizeof(LOGFONTA) % 4 == 0, "hashed in 32-bit words");
+        auto const* bytes = reinterpret_cast<unsigned char const*>(&font);
+        std::uint64_t hash = 14695981039346656037ull;
+        for (std::size_t i = 0; i < sizeof font; i += 4) {
+            std::uint32_t word;
+            std::memcpy(&word, bytes + i, 4);
+            hash = (hash ^ word) * 1099511628211ull;
+        }
+        return static_cast<std::size_t>(hash ^ (hash >> 32));
+    }
+};
+
+struct FontKeyEqual {
+    bool operator()(LOGFONTA const& a, LOGFONTA const& b) const {
+        return std::memcmp(&a, &b, sizeof a) == 0;
+    }
+};
+
+using FontIndex = std::unordered_map<LOGFONTA, FontRecord*, FontKeyHash, FontKeyEqual>;
+
 GwObjectTable<HPALETTE>* gPalettes = nullptr;
 GwObjectTable<FontRecord>* gFonts = nullptr;
-std::unordered_map<std::string, FontRecord*>* gFontIndex = nullptr;
+FontIndex* gFontIndex = nullptr;
 
 HPALETTE halftonePalette(HDC device) {
     if (gPalettes == nullptr)
@@ -57,12 +81,11 @@ HPALETTE halftonePalette(HDC device) {
 }
 
 HFONT tableFont(LOGFONTA const& font) {
-    std::string key(reinterpret_cast<char const*>(&font), sizeof font);
     if (gFontIndex == nullptr) {
         gFonts = new GwObjectTable<FontRecord>();
-        gFontIndex = new std::unordered_map<std::string, FontRecord*>();
+        gFontIndex = new FontIndex();
     }
-    auto found = gFontIndex->find(key);
+    auto found = gFontIndex->find(font);
     if (found != gFontIndex->end())
         return found->second->handle;
     HFONT handle = CreateFontIndirectA(&font);
@@ -70,7 +93,7 @@ HFONT tableFont(LOGFONTA const& font) {
         return nullptr;
     auto* record = new FontRecord{font, handle};
     gFonts->add(record);
-    gFontIndex->emplace(std::move(key), record);
+    gFontIndex->emplace(font, record);
     return handle;
 }
 
@@ -163,7 +186,8 @@ GwGC::GwGC()
     : mDevice(nullptr), mOwnsDevice(true), mWindow(nullptr), mForeground(kInitialColor),
       mBackground(kInitialColor), mTextMode(kNoClip), mLineWidth(0), mLineStyle(eSolid),
       mPatternStyle(ePatternSolid), mTextSin(0.0), mTextCos(1.0), mFixedForeground(0),
-      mFixedBackground(0), mPen(nullptr), mBrush(nullptr), mFlipY(false), mFlipBase(0) {}
+      mFixedBackground(0), mPen(nullptr), mBrush(nullptr), mFlipY(false), mFlipBase(0),
+      mDpiDevice(nullptr), mDpiY(96) {}
 
 GwGC::GwGC(GwWindow const* window, void* device) : GwGC() {
     if (window != nullptr) {
@@ -452,7 +476,7 @@ GwGC& GwGC::setTextMode(unsigned int flags) {
 }
 
 GwGC& GwGC::setFont(String const& face, int size, double angle) {
-    double const tenths = angle * 1800.0 / (4.0 * std::atan(1.0));
+    double const tenths = angle * 1800.0 / kPi;
     long const escapement = rounded(gdi_orientation != 0 ? tenths : 3600.0 - tenths);
     selectFont(face, size, angle, escapement);
     return *this;
@@ -462,15 +486,20 @@ void GwGC::selectFont(String const& face, int size, double angle, long escapemen
     LOGFONTA font;
     std::memset(&font, 0, sizeof font); // compared byte for byte, padding included
     HDC device = dc(mDevice);
-    font.lfHeight = MulDiv(-size, device != nullptr ? GetDeviceCaps(device, LOGPIXELSY) : 96, 72);
+    if (device != nullptr && device != mDpiDevice) {
+        mDpiY = GetDeviceCaps(device, LOGPIXELSY);
+        mDpiDevice = device;
+    }
+    font.lfHeight = MulDiv(-size, mDpiY, 72);
     font.lfEscapement = escapement;
     font.lfOrientation = escapement;
     font.lfWeight = FW_NORMAL;
     font.lfCharSet = DEFAULT_CHARSET;
     // Cut to the field: a longer face name is never copied past it.
     std::strncpy(font.lfFaceName, face.c_str(), sizeof font.lfFaceName - 1);
-    mTextSin = std::sin(angle);
-    mTextCos = std::cos(angle);
+    // Level text, the common case, needs no trigonometry.
+    mTextSin = angle == 0.0 ? 0.0 : std::sin(angle);
+    mTextCos = angle == 0.0 ? 1.0 : std::cos(angle);
     HFONT handle = tableFont(font);
     if (handle != nullptr && device != nullptr)
         SelectObject(device, handle);

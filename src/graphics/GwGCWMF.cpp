@@ -331,7 +331,7 @@ GwDimension GwGCWMF::calcText(String const& text) {
 }
 
 GwGC& GwGCWMF::setFont(String const& face, int size, double angle) {
-    double const tenths = angle * 1800.0 / (4.0 * std::atan(1.0));
+    double const tenths = angle * 1800.0 / (4.0 * std::atan(1.0)); // pi: 4 atan(1)
     long escapement = static_cast<long>((enhanced() ? tenths : 3600.0 - tenths) + 0.5);
     if (escapement >= 3600)
         escapement -= 3600;
