@@ -341,6 +341,31 @@ TEST(GCState, TextAtAPointIsPlacedByTheFlags) {
     }
 }
 
+TEST(GCState, TextAtAnAngleIsPlacedAlongTheAngle) {
+    Canvas canvas(200, 300);
+    GwGC gc(canvas.window(), nullptr);
+    gc.setFont("Tahoma", 20, kPi / 2); // reading upwards
+    String const text("Hallo");
+    GwDimension const extent = gc.calcText(text);
+    long const w = extent.width();
+    ASSERT_GT(w, 20);
+    // The right end on the point: the text runs up from w below it to the point.
+    gc.drawText(text, GwPosition(100, 200), 0x2);
+    Box box = markedBox(canvas);
+    ASSERT_LE(box.bottom, box.top) << "drawn";
+    EXPECT_GE(box.bottom, 200 - w - 2);
+    EXPECT_LE(box.bottom, 200 - w + 6);
+    EXPECT_LE(box.top, 201);
+    EXPECT_GT(box.top, 200 - 8);
+    EXPECT_LT(box.right - box.left, w / 2) << "upright, not level";
+
+    // Centred: half the text below the point, half above.
+    canvas.clear();
+    gc.drawText(text, GwPosition(100, 150), 0x1);
+    box = markedBox(canvas);
+    EXPECT_NEAR((box.bottom + box.top) / 2.0, 150.0, 6.0);
+}
+
 TEST(GCState, TextInARectangleUsesTheFlagsOrTheTextMode) {
     Canvas canvas(300, 120);
     GwGC gc(canvas.window(), nullptr);
