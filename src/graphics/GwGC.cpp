@@ -239,10 +239,9 @@ GwGC& GwGC::operator=(GwGC const& other) {
 }
 
 GwGC::~GwGC() {
-    if (mWindow != nullptr) {
-        if (GwWindow* window = GwWindow::window(mWindow, false))
-            window->removeEvent(this);
-    }
+    // The context leaves the window's listeners in Object's destructor, which detaches from
+    // every sender: safe also when the window object is gone or the handle's user data
+    // belongs to a window of another kind.
     if (mDevice != nullptr) {
         restoreDevice();
         if (mOwnsDevice)

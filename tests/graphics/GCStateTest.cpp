@@ -290,6 +290,20 @@ TEST(GCState, TheClassRecordMakesAContextOnTheWindowOfTheEventData) {
     EXPECT_EQ(canvas.at(8, 8), kBlack);
 }
 
+TEST(GCState, AContextOnAWindowOfAnotherKindLeavesItsUserDataAlone) {
+    HWND hwnd =
+        testing_windows::rawWindow(nullptr, 0, 0, 0, 60, 40, nullptr, WS_POPUP | WS_VISIBLE);
+    testing_windows::WindowCloser closer{hwnd};
+    SetWindowLongPtrA(hwnd, GWLP_USERDATA, 0x5A5A5A5A); // the window's own data
+    GwEventData data(hwnd);
+    std::unique_ptr<GwGC> gc(GwGC::newInstance(&data));
+    ASSERT_NE(gc, nullptr);
+    EXPECT_EQ(gc->window(), hwnd);
+    gc->drawPixel(1, 1);
+    gc.reset();
+    EXPECT_EQ(GetWindowLongPtrA(hwnd, GWLP_USERDATA), 0x5A5A5A5A);
+}
+
 TEST(GCState, CalcTextMeasuresInLogicalUnits) {
     Canvas canvas(300, 100);
     GwGC gc(canvas.window(), nullptr);
