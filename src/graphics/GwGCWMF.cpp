@@ -244,11 +244,16 @@ GwGCWMF& GwGCWMF::setClipboard() {
     if (!OpenClipboard(nullptr))
         return *this;
     EmptyClipboard();
-    HENHMETAFILE handle = mMetafile != nullptr ? mMetafile->handle : nullptr;
+    HENHMETAFILE handle = nullptr;
     if (mMetafile != nullptr) {
-        // The clipboard owns the handle now.
-        if (--mMetafile->count == 0)
+        // The clipboard owns the handle now; copies that share it keep theirs.
+        if (mMetafile->count > 1) {
+            handle = CopyEnhMetaFileA(mMetafile->handle, nullptr);
+            --mMetafile->count;
+        } else {
+            handle = mMetafile->handle;
             delete mMetafile;
+        }
         mMetafile = nullptr;
     }
     SetClipboardData(CF_ENHMETAFILE, handle);

@@ -345,6 +345,25 @@ TEST(GCWMF, SetClipboardTwicePutsANullHandleTheSecondTime) {
     CloseClipboard();
 }
 
+TEST(GCWMF, ACopyKeepsItsMetafileWhenTheOtherGoesToTheClipboard) {
+    GwGCWMF metafile;
+    recordScene(metafile);
+    Canvas scratch(kWidth, kHeight);
+    playInto(metafile, scratch);
+    GwGCWMF copy(metafile);
+    metafile.setClipboard();
+    EXPECT_EQ(metafile.metafile(), nullptr);
+    ASSERT_NE(copy.metafile(), nullptr);
+    ASSERT_TRUE(OpenClipboard(nullptr));
+    auto onClipboard = static_cast<HENHMETAFILE>(GetClipboardData(CF_ENHMETAFILE));
+    EXPECT_NE(onClipboard, nullptr);
+    EXPECT_NE(onClipboard, copy.metafile()) << "the clipboard has a handle of its own";
+    CloseClipboard();
+    Canvas played(kWidth, kHeight);
+    playInto(copy, played);
+    EXPECT_EQ(played.at(25, 65), kRed);
+}
+
 TEST(GCWMF, TheFontAngleFollowsTheFileKind) {
     double const quarter = 2.0 * std::atan(1.0);
     struct Case {
