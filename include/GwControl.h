@@ -35,4 +35,10 @@ protected:
 
     // Takes over the font of a parent dialog that was built with its own font (DS_SETFONT).
     GwControl& setControlFont();
+
+    // Creates the control's window as a child of parent (position and size 0, `id` as its
+    // control identifier, the executable as its instance) and binds the object to it. A
+    // window the platform refuses leaves the object without one; nothing is reported.
+    void createControl(unsigned long exStyle, char const* className, char const* text,
+                       unsigned long style, GwWindow const& parent, unsigned long long id);
 };

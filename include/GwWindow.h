@@ -24,6 +24,8 @@ class VMGUI_API GwWindow : public GwObject {
 
 public:
     enum eMessageType : int { eClose = 1 };
+    // A button's check state, as the platform numbers it.
+    enum eCheckState { eUnchecked = 0, eChecked = 1, eIndeterminate = 2 };
     enum eCursorType { eNoCursor = -1, eLibraryCursor = 0xF800 };
     // The edge of a frame that a control bar is stacked along.
     enum eAlignment { eTop = 1, eBottom = 2, eRight = 16, eLeft = 32 };

@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # Sets up the machine, builds everything and runs all tests:
-#   1. VmBase, the attribute-data parser and the metafile format detection natively under
-#      AddressSanitizer and UndefinedBehaviorSanitizer, and their fuzz targets for a
-#      bounded time;
+#   1. VmBase and the attribute-data parser natively under AddressSanitizer and
+#      UndefinedBehaviorSanitizer, and the parsers' fuzz targets for a bounded time;
 #   2. the Windows build (VmBase.dll, VmGui.dll, tests, tools) with MinGW-w64;
 #   3. installation and a consumer project built against the installed CMake package;
 #   4. every test executable under Wine, headless; CTest's summary ends the output.
@@ -15,19 +14,15 @@ jobs=$(nproc)
 
 bash "$root/tools/setup.sh"
 
-echo "== VmBase, the attribute-data parser and the metafile format, native, with sanitizers"
+echo "== VmBase and the attribute-data parser, native, with sanitizers"
 cmake -S "$root" -B "$native" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVMGUI_SANITIZE=ON \
     -DCMAKE_CXX_COMPILER=g++ -DCMAKE_C_COMPILER=gcc >/dev/null
 cmake --build "$native" -j "$jobs"
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
     ctest --test-dir "$native" --output-on-failure -j "$jobs"
 
-echo "== Fuzzing the attribute-data parser"
+echo "== Fuzzing the parsers"
 VMGUI_FUZZ_DIR="$build-fuzz" bash "$root/tools/fuzz.sh" "${VMGUI_FUZZ_SECONDS:-60}"
-
-echo "== Fuzzing the metafile format detection"
-VMGUI_FUZZ_DIR="$build-fuzz" VMGUI_FUZZ_TARGET=metafile_format_fuzz \
-    bash "$root/tools/fuzz.sh" "${VMGUI_FUZZ_SECONDS:-60}"
 
 echo "== Windows build"
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \

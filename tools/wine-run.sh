@@ -31,8 +31,9 @@ program_dir=$(cd "$(dirname "$1")" && pwd)
 export WINEPREFIX="${VMGUI_WINEPREFIX:-$(dirname "$program_dir")/$prefix_name}"
 export WINEDEBUG="${WINEDEBUG:--all}"
 export WINEARCH=win64
-# No Mono or Gecko installer prompts, no desktop menu entries.
-export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+# No Mono or Gecko installer prompts, no desktop menu entries, and no debugger attached to a
+# program that crashes (it would wait for ever instead of letting the program end).
+export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d;winedbg.exe=d"
 
 mkdir -p "$WINEPREFIX"
 {

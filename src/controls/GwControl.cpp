@@ -94,6 +94,14 @@ GwControl& GwControl::setControlFont() {
     return *this;
 }
 
+void GwControl::createControl(unsigned long exStyle, char const* className, char const* text,
+                              unsigned long style, GwWindow const& parent, unsigned long long id) {
+    HWND const hwnd = CreateWindowExA(
+        exStyle, className, text, style, 0, 0, 0, 0, static_cast<HWND>(parent.window()),
+        reinterpret_cast<HMENU>(static_cast<UINT_PTR>(id)), GetModuleHandleA(nullptr), nullptr);
+    attach(hwnd);
+}
+
 GwControl* GwControl::newInstance(EventData const* data) {
     void* hwnd = GwEventData::windowOf(data);
     return hwnd != nullptr ? new GwControl(hwnd) : nullptr;

@@ -78,8 +78,13 @@ Row const kClasses[] = {
 
 // The classes the library has so far; each must be registered exactly as its row says.
 std::set<std::string> const kBuilt = {
-    "GwEventData", "GwEventHandler", "GwItem", "GwObject", "GwStartup",  "GwTextItem",
-    "GwTools",     "GwUserData",     "GwGC",   "GwGCWMF",  "GwViewport",
+    "GwEventData", "GwEventHandler", "GwItem",  "GwObject",
+    "GwStartup",   "GwTextItem",     "GwTools", "GwUserData",
+    // buttons, edit field, statics
+    "GwButton", "GwPushButton", "GwToggleButton", "Gw3StateButton", "GwRadioButton",
+    "GwUserButton", "GwEditField", "GwStatic", "GwText", "GwGroupBox", "GwImage",
+    // graphics
+    "GwGC", "GwGCWMF", "GwViewport",
 };
 
 } // namespace
