@@ -9,6 +9,8 @@
 #include <string>
 
 #include <GwBitmap.h>
+#include <GwButton.h>
+#include <GwControl.h>
 #include <GwEventData.h>
 #include <GwGC.h>
 #include <GwMessages.h>
@@ -431,10 +433,35 @@ TEST(GCState, ABitmapDrawnOntoTheContextsDeviceLandsAtTheLogicalPoint) {
     EXPECT_EQ(canvas.markedCount(), 0) << "a bitmap without handle copies nothing";
 }
 
+TEST(GCState, AUserButtonPaintsItselfWhenItsParentIsAskedToDrawIt) {
+    Canvas canvas(120, 100);
+    testing_windows::ScopedApplication application;
+    auto* button = new GwUserButton(*canvas.window(), 9, "Zeichnen"); // deleted with its window
+    HWND hwnd = static_cast<HWND>(button->window());
+    SetWindowPos(hwnd, nullptr, 10, 10, 40, 30, SWP_NOZORDER);
+    ExposeRecorder recorder(GwResultHandled);
+    recorder.painter = [](GwGC& gc, void*) {
+        gc.setColor(0x000000FFUL, 1);
+        gc.drawRectangle2D(0, 1, 39, 30, true);
+    };
+    button->add(&recorder);
+    DRAWITEMSTRUCT draw{};
+    draw.CtlType = ODT_BUTTON;
+    draw.CtlID = 9;
+    draw.hwndItem = hwnd;
+    EXPECT_EQ(SendMessageA(canvas.hwnd(), WM_DRAWITEM, 9, reinterpret_cast<LPARAM>(&draw)), 1);
+    ASSERT_EQ(recorder.calls.size(), 1u);
+    EXPECT_EQ(recorder.calls[0].window, button);
+    EXPECT_EQ(recorder.calls[0].flags, 0u);
+    EXPECT_EQ(canvas.atDevice(30, 25), kBlue) << "painted by its handler";
+    button->remove(&recorder);
+}
+
 TEST(GCState, AReflectedOwnerDrawReachesCbExposeWithAContextPerHandler) {
     Canvas canvas(120, 100);
     HWND child = testing_windows::rawWindow(canvas.hwnd(), 5, 10, 10, 40, 30);
-    auto* item = new testing_windows::DispatchingWindow(child); // deleted with its window
+    GwEventData data(child);
+    GwControl* item = GwControl::newInstance(&data); // deleted with its window
     ExposeRecorder first;
     ExposeRecorder second;
     struct Paint {
@@ -461,11 +488,10 @@ TEST(GCState, AReflectedOwnerDrawReachesCbExposeWithAContextPerHandler) {
     EXPECT_EQ(canvas.atDevice(5, 25), kWhite) << "only the item's window";
     EXPECT_EQ(item->listenerCount(), 0) << "each context released after its call";
 
-    EXPECT_EQ(item->dispatchEvent(GwMsgDrawItem, 5, reinterpret_cast<LPARAM>(&draw)), 0);
     second.result = GwResultHandled;
-    EXPECT_EQ(item->dispatchEvent(GwMsgDrawItem, 5, reinterpret_cast<LPARAM>(&draw)), 1)
+    EXPECT_EQ(SendMessageA(child, GwMsgDrawItem, 5, reinterpret_cast<LPARAM>(&draw)), 1)
         << "handled";
-    EXPECT_EQ(second.calls.size(), 3u);
+    EXPECT_EQ(second.calls.size(), 2u);
     item->remove(&first);
     item->remove(&second);
 }
