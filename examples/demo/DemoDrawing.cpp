@@ -71,7 +71,6 @@ DemoDrawingFrame::~DemoDrawingFrame() {
         gDrawing = nullptr;
 }
 
-
 // The chart recorded into a metafile context of the viewport's size.
 void record(GwGCWMF& metafile) {
     GwDimension const size = clientSize(gDrawing->viewport());
