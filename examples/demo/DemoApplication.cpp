@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "DemoDrawing.h"
 #include "resource.h"
 
 GW_CLASS_NONE(DemoApplication, "DemoApplication", "GwApplication")
@@ -91,7 +92,8 @@ bool DemoApplication::parseArguments() {
         if (argument == "--mdi") {
             mStartMDI = true;
         } else if (argument == "--show" && value != nullptr &&
-                   (std::strcmp(value, "menu") == 0 || std::strcmp(value, "dialog") == 0)) {
+                   (std::strcmp(value, "menu") == 0 || std::strcmp(value, "dialog") == 0 ||
+                    std::strcmp(value, "drawing") == 0)) {
             mShow = value;
             ++i;
         } else if (argument == "--exit-after" && value != nullptr && std::atoi(value) > 0) {
@@ -263,7 +265,7 @@ bool DemoApplication::command(GwFrame& frame, unsigned long long id) {
         showInfo(frame);
         return true;
     default:
-        return false;
+        return demoDrawingCommand(frame, id);
     }
 }
 
@@ -350,6 +352,8 @@ void DemoApplication::tick(GwFrame& frame) {
             PostMessageA(hwndOf(frame), WM_SYSCOMMAND, SC_KEYMENU, key);
         } else if (mShow == "dialog") {
             openSettings(frame);
+        } else if (mShow == "drawing") {
+            command(frame, ID_DRAWING);
         }
     }
     if (now == kReadyTick && !mReadyFile.empty()) {
