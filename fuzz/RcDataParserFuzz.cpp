@@ -9,18 +9,11 @@
 #include <string>
 #include <vector>
 
+#include "FuzzRequire.h"
 #include "GwRcDataParser.h"
 #include "RcAttrWriter.h"
 
 namespace {
-
-#define REQUIRE(condition)                                                                         \
-    do {                                                                                           \
-        if (!(condition)) {                                                                        \
-            std::fprintf(stderr, "%s:%d: broken: %s\n", __FILE__, __LINE__, #condition);           \
-            std::abort();                                                                          \
-        }                                                                                          \
-    } while (false)
 
 // The bounded parse of an exact-size heap copy of the first size bytes, so that the
 // address sanitizer reports any read past them.

@@ -7,6 +7,7 @@
 # (default: all of them) for SECONDS (default 60) from its seed corpus in fuzz/:
 #   rcdata_parser_fuzz  the attribute-data parser (corpus fuzz/corpus, dictionary rcdata.dict)
 #   number_text_fuzz    the edit field's number reading and formatting (fuzz/number-corpus)
+#   metafile_format_fuzz  the metafile context's file format detection (fuzz/corpus-metafile)
 # New inputs go to the build folder's corpus-TARGET, never into the sources; a crash or a
 # broken property leaves its input in the build folder's artifacts/ and makes this script fail.
 set -euo pipefail
@@ -17,7 +18,7 @@ seconds="${1:-60}"
 shift $(( $# > 0 ? 1 : 0 ))
 targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then
-    targets=(rcdata_parser_fuzz number_text_fuzz)
+    targets=(rcdata_parser_fuzz number_text_fuzz metafile_format_fuzz)
 fi
 
 cc="${CC:-clang}"
@@ -44,6 +45,7 @@ for target in "${targets[@]}"; do
     case "$target" in
         rcdata_parser_fuzz) seeds="$root/fuzz/corpus"; options=(-dict="$root/fuzz/rcdata.dict") ;;
         number_text_fuzz) seeds="$root/fuzz/number-corpus" ;;
+        metafile_format_fuzz) seeds="$root/fuzz/corpus-metafile" ;;
         *)
             echo "fuzz.sh: unknown target $target" >&2
             exit 2

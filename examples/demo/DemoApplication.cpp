@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "DemoDrawing.h"
 #include "resource.h"
 
 GW_CLASS_NONE(DemoApplication, "DemoApplication", "GwApplication")
@@ -72,7 +73,8 @@ void demoStatus(GwFrame& frame, String const& text) {
 
 DemoApplication::DemoApplication()
     : mStartMDI(false), mExitAfter(0), mMain(nullptr), mMDI(nullptr), mDialog(nullptr),
-      mFont(nullptr), mPoints(kDefaultPoints), mBold(false), mTicks(0), mQuitting(false) {}
+      mFont(nullptr), mPoints(kDefaultPoints), mBold(false), mFace(0), mTicks(0), mQuitting(false) {
+}
 
 DemoApplication::~DemoApplication() {
     if (mFont != nullptr)
@@ -90,7 +92,8 @@ bool DemoApplication::parseArguments() {
         if (argument == "--mdi") {
             mStartMDI = true;
         } else if (argument == "--show" && value != nullptr &&
-                   (std::strcmp(value, "menu") == 0 || std::strcmp(value, "dialog") == 0)) {
+                   (std::strcmp(value, "menu") == 0 || std::strcmp(value, "dialog") == 0 ||
+                    std::strcmp(value, "drawing") == 0)) {
             mShow = value;
             ++i;
         } else if (argument == "--exit-after" && value != nullptr && std::atoi(value) > 0) {
@@ -191,14 +194,23 @@ void DemoApplication::forget(DemoText* text) {
     mTexts.erase(std::remove(mTexts.begin(), mTexts.end(), text), mTexts.end());
 }
 
-// An outline face, so that every size and the bold weight are drawn as asked.
-void DemoApplication::setFont(int points, bool bold) {
+// Outline faces, so that every size and the bold weight are drawn as asked; the family
+// picks a like face where the named one is missing.
+void DemoApplication::setFont(int points, bool bold, int face) {
+    struct Face {
+        char const* name;
+        BYTE family;
+    } static const faces[] = {{"Arial", VARIABLE_PITCH | FF_SWISS},
+                              {"Times New Roman", VARIABLE_PITCH | FF_ROMAN},
+                              {"Courier New", FIXED_PITCH | FF_MODERN}};
+    if (face < 0 || face > 2)
+        face = 0;
     HDC const screen = GetDC(nullptr);
     int const height = -MulDiv(points, GetDeviceCaps(screen, LOGPIXELSY), 72);
     ReleaseDC(nullptr, screen);
     HFONT const font = CreateFontA(height, 0, 0, 0, bold ? FW_BOLD : FW_NORMAL, FALSE, FALSE, FALSE,
                                    DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
-                                   DEFAULT_QUALITY, DEFAULT_PITCH | FF_SWISS, "Arial");
+                                   DEFAULT_QUALITY, faces[face].family, faces[face].name);
     if (font == nullptr)
         return;
     for (DemoText* text : mTexts)
@@ -208,6 +220,7 @@ void DemoApplication::setFont(int points, bool bold) {
     mFont = font;
     mPoints = points;
     mBold = bold;
+    mFace = face;
 
     // The "Größe" menus check the entry of the size, or none for another size.
     for (GwFrame* frame : {static_cast<GwFrame*>(mMain), static_cast<GwFrame*>(mMDI)}) {
@@ -252,22 +265,32 @@ bool DemoApplication::command(GwFrame& frame, unsigned long long id) {
         showInfo(frame);
         return true;
     default:
-        return false;
+        return demoDrawingCommand(frame, id);
     }
 }
 
-// The dialog comes from its template; the attribute data of the same identifier gives its
-// OK and Cancel buttons and its fields objects of their own, so that their events reach the
-// dialog's handler. setVisible(true) returns when the handler has ended the dialog.
+// The dialog comes from its template; the attribute data of the same identifier gives each
+// control an object of the library's class for it, so that their events reach the dialog's
+// handler. The size field corrects itself when it is left: it holds whole points from 6 to
+// 36. setVisible(true) returns when the handler has ended the dialog.
 void DemoApplication::openSettings(GwFrame& owner) {
     if (mDialog != nullptr)
         return;
     auto* const dialog = dynamic_cast<GwDialog*>(resource(true).loadDialog(IDD_SETTINGS, &owner));
     if (dialog == nullptr)
         return;
-    if (GwWindow* const size = dialog->child(IDC_FONT_SIZE))
-        size->setText(decimal(mPoints));
-    CheckDlgButton(hwndOf(*dialog), IDC_BOLD, mBold ? BST_CHECKED : BST_UNCHECKED);
+    if (auto* const size = dynamic_cast<GwEditField*>(dialog->child(IDC_FONT_SIZE))) {
+        size->setValue(static_cast<long>(mPoints));
+        size->setFormat("%ld").setDefaultValue(mPoints);
+        size->setMinValue(kSmallestPoints).setMaxValue(kLargestPoints);
+        size->checkMinValue(true).checkMaxValue(true).checkFormat(true);
+    }
+    if (auto* const bold = dynamic_cast<GwButton*>(dialog->child(IDC_BOLD)))
+        bold->setValue(mBold ? GwWindow::eChecked : GwWindow::eUnchecked);
+    if (auto* const face = dynamic_cast<GwButton*>(dialog->child(IDC_FACE_SANS + mFace)))
+        face->setValue(GwWindow::eChecked);
+    if (auto* const picture = dynamic_cast<GwImage*>(dialog->child(IDC_PICTURE)))
+        picture->setImage(IDB_PAGE, resource(true), GwImage::eBitmap, true);
     dialog->add(new DemoSettingsHandler);
     dialog->setModal(true);
 
@@ -281,9 +304,10 @@ void DemoApplication::openSettings(GwFrame& owner) {
         exit();
         return;
     }
-    demoStatus(owner, result == IDOK
-                          ? format(IDS_SETTINGS_DONE, mPoints, mBold ? text(IDS_BOLD) : String())
-                          : text(IDS_SETTINGS_KEPT));
+    String details = mBold ? text(IDS_BOLD) : String();
+    details += text(IDS_FACE_SANS + static_cast<unsigned>(mFace));
+    demoStatus(owner, result == IDOK ? format(IDS_SETTINGS_DONE, mPoints, details)
+                                     : text(IDS_SETTINGS_KEPT));
 }
 
 void DemoApplication::showMessage(GwFrame& owner) {
@@ -328,6 +352,8 @@ void DemoApplication::tick(GwFrame& frame) {
             PostMessageA(hwndOf(frame), WM_SYSCOMMAND, SC_KEYMENU, key);
         } else if (mShow == "dialog") {
             openSettings(frame);
+        } else if (mShow == "drawing") {
+            command(frame, ID_DRAWING);
         }
     }
     if (now == kReadyTick && !mReadyFile.empty()) {

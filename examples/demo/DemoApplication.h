@@ -54,8 +54,11 @@ public:
     void* font() const { return mFont; }
     int fontPoints() const { return mPoints; }
     bool fontBold() const { return mBold; }
+    // 0 sans serif, 1 serif, 2 typewriter: the radio buttons of the settings dialog.
+    int fontFace() const { return mFace; }
     // Makes the font and gives it to every text window; the size menus follow.
-    void setFont(int points, bool bold);
+    void setFont(int points, bool bold, int face);
+    void setFont(int points, bool bold) { setFont(points, bold, mFace); }
 
 private:
     DemoFrame& openMain();
@@ -80,9 +83,14 @@ private:
     void* mFont; // HFONT, owned
     int mPoints;
     bool mBold;
+    int mFace;
     int mTicks;
     bool mQuitting;
 };
+
+// The limits of the font size that the settings dialog takes.
+inline constexpr int kSmallestPoints = 6;
+inline constexpr int kLargestPoints = 36;
 
 // Shows text in the frame's status bar until a menu is opened.
 void demoStatus(GwFrame& frame, String const& text);
@@ -100,22 +108,6 @@ public:
 
 private:
     static void* createWindow(GwWindow& parent, String const& text);
-};
-
-// A push button of a dialog template: its click, which the dialog reflects to it, becomes the
-// activate event, which reaches the dialog's handlers with the button as window. The
-// attribute data of the settings dialog names this class for OK and Cancel.
-class DemoButton : public GwControl {
-    GW_DECLARE_CLASS(DemoButton)
-
-public:
-    static DemoButton* newInstance(EventData const* data);
-
-protected:
-    explicit DemoButton(void* hwnd) : GwControl(hwnd) {}
-
-    long long msgHandler(unsigned long long msg, unsigned long long wParam,
-                         long long lParam) override;
 };
 
 // The main frame: the demo's menu bar with the library's file and help menus, the status

@@ -4,12 +4,9 @@
 
 #include <windows.h>
 
-#include <cstdlib>
-
 #include "resource.h"
 
 GW_CLASS_NONE(DemoText, "DemoText", "GwControl")
-GW_CLASS_MAKES(DemoButton, "DemoButton", "GwControl")
 GW_CLASS_NONE(DemoFrame, "DemoFrame", "GwFrame")
 GW_CLASS_NONE(DemoMDIFrame, "DemoMDIFrame", "GwMDIFrame")
 GW_CLASS_NONE(DemoCommands, "DemoCommands", "GwEventHandler")
@@ -22,10 +19,6 @@ constexpr unsigned long long kMDIId = 2;
 
 // The first three documents have texts of their own.
 constexpr int kWrittenDocuments = 3;
-
-// The limits of the font size that the settings dialog takes.
-constexpr int kSmallestPoints = 6;
-constexpr int kLargestPoints = 36;
 
 HWND hwndOf(GwWindow const& window) {
     return static_cast<HWND>(window.window());
@@ -65,22 +58,6 @@ void* DemoText::createWindow(GwWindow& parent, String const& text) {
 
 void DemoText::setFont(void* font) {
     SendMessageA(hwndOf(*this), WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
-}
-
-// --- DemoButton -----------------------------------------------------------------------------
-
-DemoButton* DemoButton::newInstance(EventData const* data) {
-    void* const hwnd = GwEventData::windowOf(data);
-    return hwnd != nullptr ? new DemoButton(hwnd) : nullptr;
-}
-
-// The click becomes the activate event. A handler that takes it decides what happens; an
-// untaken click ends the dialog with the button's identifier.
-long long DemoButton::msgHandler(unsigned long long msg, unsigned long long wParam,
-                                 long long lParam) {
-    if (msg == GwMsgCommand)
-        return HIWORD(wParam) == BN_CLICKED ? dispatchEvent(GwMsgActivate, 0, 0) : 0;
-    return GwControl::msgHandler(msg, wParam, lParam);
 }
 
 // --- DemoFrame ------------------------------------------------------------------------------
@@ -209,8 +186,9 @@ int DemoSettingsHandler::cbActivate(GwWindow& window) {
         return GwResultContinue;
     switch (window.id()) {
     case IDOK: {
-        GwWindow* const field = dialog->child(IDC_FONT_SIZE);
-        int const points = field != nullptr ? std::atoi(field->text().c_str()) : 0;
+        // Enter presses OK without leaving the field, so the size is checked here too.
+        auto* const field = dynamic_cast<GwEditField*>(dialog->child(IDC_FONT_SIZE));
+        long const points = field != nullptr ? static_cast<long>(*field) : 0;
         if (points < kSmallestPoints || points > kLargestPoints) {
             GwMessageBox box(dialog);
             box.setText(app().text(IDS_MESSAGE_TITLE));
@@ -221,7 +199,15 @@ int DemoSettingsHandler::cbActivate(GwWindow& window) {
                 field->setFocus();
             return GwResultHandled | GwResultStop; // the dialog stays
         }
-        app().setFont(points, IsDlgButtonChecked(hwndOf(*dialog), IDC_BOLD) == BST_CHECKED);
+        auto const* const bold = dynamic_cast<GwButton const*>(dialog->child(IDC_BOLD));
+        int face = 0;
+        for (int id = IDC_FACE_SANS; id <= IDC_FACE_MONO; ++id) {
+            auto const* const radio = dynamic_cast<GwButton const*>(dialog->child(id));
+            if (radio != nullptr && radio->value() == GwWindow::eChecked)
+                face = id - IDC_FACE_SANS;
+        }
+        app().setFont(static_cast<int>(points),
+                      bold != nullptr && bold->value() == GwWindow::eChecked, face);
         dialog->setResult(IDOK);
         dialog->setVisible(false);
         return GwResultHandled | GwResultStop;

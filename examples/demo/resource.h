@@ -4,11 +4,19 @@
 // Menu bars.
 #define IDR_MAIN_MENU 1000
 #define IDR_MDI_MENU 1001
+#define IDR_DRAWING_MENU 1002
 
 // The settings dialog and its controls (OK and Cancel are IDOK and IDCANCEL).
 #define IDD_SETTINGS 2000
 #define IDC_FONT_SIZE 2001
 #define IDC_BOLD 2002
+#define IDC_FACE_SANS 2003
+#define IDC_FACE_SERIF 2004
+#define IDC_FACE_MONO 2005
+#define IDC_FACE_GROUP 2006
+#define IDC_PICTURE 2007
+// The picture in the settings dialog.
+#define IDB_PAGE 2100
 
 // Commands of the demo's own menu entries; the string of the same identifier is the entry's
 // status text.
@@ -20,6 +28,10 @@
 #define ID_SIZE_MEDIUM 1112
 #define ID_SIZE_LARGE 1113
 #define ID_NEW_DOCUMENT 1121
+#define ID_DRAWING 1105
+#define ID_EXPORT_EMF 1131
+#define ID_EXPORT_WMF 1132
+#define ID_COPY_DRAWING 1133
 
 // Texts.
 #define IDS_APP_NAME 100
@@ -36,7 +48,18 @@
 #define IDS_BAD_SIZE 122
 #define IDS_SIZE_CHANGED 123
 #define IDS_BOLD 124
+// The font faces, in the order of the radio buttons IDC_FACE_SANS to IDC_FACE_MONO.
+#define IDS_FACE_SANS 125
+#define IDS_FACE_SERIF 126
+#define IDS_FACE_MONO 127
 #define IDS_USAGE 130
+// The drawing view: its title, the chart's texts and the export messages.
+#define IDS_DRAWING_TITLE 140
+#define IDS_CHART_TITLE 141
+#define IDS_CHART_AXIS 142
+#define IDS_CHART_BEST 143
+#define IDS_EXPORTED 144
+#define IDS_COPIED 145
 // The welcome text of the main window, one line each; an empty string ends it.
 #define IDS_WELCOME 200
 // Document n (1 to 3): its title at IDS_DOCUMENT + 10 * n, its lines from the next one on,

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "GwEventData.h"
+#include "window/GwInputMessages.h"
 #include "GwMessages.h"
 #include "GwNumberText.h"
 
@@ -24,22 +25,6 @@ HWND hwndOf(void* handle) {
 
 std::string_view view(String const& text) {
     return std::string_view(text.c_str(), text.size());
-}
-
-// Input that the event handlers see before the platform control.
-bool isInput(unsigned long long msg) {
-    switch (msg) {
-    case WM_KEYDOWN:
-    case WM_CHAR:
-    case WM_SYSKEYDOWN:
-    case WM_SYSCHAR:
-    case GwMsgLeftClick:
-    case GwMsgRightClick:
-    case GwMsgMiddleClick:
-        return true;
-    default:
-        return msg >= WM_LBUTTONDOWN && msg <= WM_MBUTTONDBLCLK;
-    }
 }
 
 } // namespace
@@ -209,7 +194,7 @@ bool GwEditField::check() {
 
 long long GwEditField::msgHandler(unsigned long long msg, unsigned long long wParam,
                                   long long lParam) {
-    if (isInput(msg)) {
+    if (gwIsInputMessage(msg)) {
         if (dispatchEvent(msg, wParam, lParam) != 0)
             return 1;
         return GwControl::msgHandler(msg, wParam, lParam);

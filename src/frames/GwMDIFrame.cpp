@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "GwEventData.h"
+#include "window/GwInputMessages.h"
 #include "GwMenu.h"
 #include "GwMessages.h"
 #include "GwResource.h"
@@ -345,26 +346,9 @@ GwMDIChildFrame* GwMDIClient::active() const {
 
 long long GwMDIClient::msgHandler(unsigned long long msg, unsigned long long wParam,
                                   long long lParam) {
+    if (gwIsInputMessage(msg) && dispatchEvent(msg, wParam, lParam) != 0)
+        return 1;
     switch (msg) {
-    case WM_LBUTTONDOWN:
-    case WM_LBUTTONUP:
-    case WM_LBUTTONDBLCLK:
-    case WM_RBUTTONDOWN:
-    case WM_RBUTTONUP:
-    case WM_RBUTTONDBLCLK:
-    case WM_MBUTTONDOWN:
-    case WM_MBUTTONUP:
-    case WM_MBUTTONDBLCLK:
-    case WM_KEYDOWN:
-    case WM_CHAR:
-    case WM_SYSKEYDOWN:
-    case WM_SYSCHAR:
-    case GwMsgLeftClick:
-    case GwMsgRightClick:
-    case GwMsgMiddleClick:
-        if (dispatchEvent(msg, wParam, lParam) != 0)
-            return 1;
-        break;
     case WM_DESTROY:
         // The frame must not reach for this object once the window is gone.
         if (auto* const frame =

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "GwEventHandler.h"
+#include "GwGC.h"
 #include "GwMessages.h"
 
 // Walks a window's handlers, most recently added first.
@@ -308,6 +309,12 @@ long long GwWindow::dispatchEvent(unsigned long long msg, unsigned long long wPa
             self, [&](GwEventHandler& h) { return h.cbMouseWheel(self, position, state, delta); });
         return 0;
     }
+    case GwMsgDrawItem:
+        // Each handler paints through a context of its own on this window.
+        return handled(GwDispatcher::visit(self, [&](GwEventHandler& h) {
+            GwGC gc(this, nullptr);
+            return h.cbExpose(self, gc, 0);
+        }));
     case GwMsgEnter:
         GwDispatcher::visit(self, [&](GwEventHandler& h) { return h.cbEnter(self); });
         mEnterWindow = this;

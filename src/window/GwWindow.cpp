@@ -229,6 +229,7 @@ long long GwWindow::msgHandler(unsigned long long msg, unsigned long long wParam
         }
         break;
     case WM_DRAWITEM:
+    case GwMsgDrawItem: // the owner drawing reflected to the item: its handlers paint it
         if (dispatchEvent(msg, wParam, lParam) != 0)
             return 1;
         break;

@@ -277,3 +277,18 @@ TEST_F(ControlTest, ImageFactoryBindsOnlyToAHandle) {
     EXPECT_EQ(object->isA(), GwImage::isa());
     DestroyWindow(hwnd);
 }
+
+TEST_F(ControlTest, AnEnhancedMetafileFromTheResourcesIsShown) {
+    HWND const hwnd = imageStatic(parentHwnd(), SS_ENHMETAFILE);
+    GwImage* const image = imageFor(hwnd);
+    image->setImage(8103, GwResource(), GwImage::eEnhMetaFile, false);
+    HANDLE const shown = shownImage(hwnd, IMAGE_ENHMETAFILE);
+    ASSERT_NE(shown, nullptr);
+    ENHMETAHEADER header{};
+    ASSERT_NE(GetEnhMetaFileHeader(static_cast<HENHMETAFILE>(shown), sizeof header, &header), 0u);
+    EXPECT_EQ(header.rclBounds.right, 40);
+    EXPECT_EQ(header.nRecords, 3u);
+    image->setImage(8104, GwResource(), GwImage::eEnhMetaFile, false); // no such resource
+    EXPECT_EQ(shownImage(hwnd, IMAGE_ENHMETAFILE), shown);
+    DestroyWindow(hwnd);
+}

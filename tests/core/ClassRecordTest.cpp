@@ -83,6 +83,8 @@ std::set<std::string> const kBuilt = {
     // buttons, edit field, statics
     "GwButton", "GwPushButton", "GwToggleButton", "Gw3StateButton", "GwRadioButton",
     "GwUserButton", "GwEditField", "GwStatic", "GwText", "GwGroupBox", "GwImage",
+    // graphics
+    "GwGC", "GwGCWMF", "GwViewport",
     // Lists and tabs.
     "GwComboBox", "GwListBox", "GwTab", "GwTabItem",
 };

@@ -11,6 +11,10 @@
 #include <GwMenu.h>
 #include <GwResource.h>
 #include <GwThisDll.h>
+#include <GwDialog.h>
+#include <GwEventHandler.h>
+
+#include "TestWindows.h"
 
 // The library's own resources (res/VmGui.rc): German menus 100 to 102 with a status text
 // for every entry, the texts of the editor loader, dialog 100 and cursor 100. The texts are
@@ -291,4 +295,48 @@ TEST(LibraryResources, ThisDllsResourceLoadsTheLibrarysMenusAsMenuObjects) {
     GwMenuItem const& info = help->item(0xF886);
     EXPECT_EQ(info.id(), 0xF886u);
     EXPECT_EQ(info.text(), String("%s-&Info"));
+}
+
+namespace {
+
+// Notes the activations it hears and lets them through.
+class ActivationListener : public GwEventHandler {
+public:
+    ActivationListener() : GwEventHandler(false) {}
+    int cbActivate(GwWindow& window) override {
+        activated.push_back(&window);
+        return GwResultContinue;
+    }
+    std::vector<GwWindow*> activated;
+};
+
+} // namespace
+
+TEST(LibraryResources, DialogHundredsOkIsAPushButtonThatActivatesAndEndsTheDialog) {
+    testing_windows::ScopedApplication application;
+    GwWindow* const window = GwThisDll::current().resource().loadDialog(100, nullptr);
+    auto* const dialog = dynamic_cast<GwDialog*>(window);
+    ASSERT_NE(dialog, nullptr);
+    HWND const hwnd = static_cast<HWND>(dialog->window());
+    GwWindow* const ok = GwWindow::window(GetDlgItem(hwnd, IDOK), false);
+    ASSERT_NE(ok, nullptr);
+    EXPECT_EQ(ok->isA(), Class::lookup("GwPushButton"));
+    ActivationListener listener;
+    dialog->add(&listener);
+    ShowWindow(hwnd, SW_SHOW);
+    SendMessageA(GetDlgItem(hwnd, IDOK), BM_CLICK, 0, 0);
+    EXPECT_EQ(listener.activated, std::vector<GwWindow*>{ok});
+    EXPECT_EQ(dialog->result(), IDOK);
+    EXPECT_FALSE(IsWindowVisible(hwnd));
+    DestroyWindow(hwnd);
+}
+
+TEST(LibraryResources, MenuHundredIsNotTouchedByTheDialogsAttributeData) {
+    std::unique_ptr<GwMenu> menu(GwThisDll::current().resource().loadMenu(100));
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(menu->isA(), GwMenu::isa());
+    GwMenu* const file = GwMenu::lookup(GetSubMenu(static_cast<HMENU>(menu->window()), 0));
+    ASSERT_NE(file, nullptr);
+    EXPECT_EQ(file->isA(), GwMenu::isa());
+    EXPECT_EQ(file->item(0xF820).text(), String("&Neu"));
 }
