@@ -4,11 +4,11 @@
 # With a DISPLAY, the demo opens its window there and runs until it is closed; arguments
 # are passed on to it (--mdi starts with the multiple-document window).
 #
-# Without one, it runs on a virtual X server (Xvfb, 1024x768) in a Wine desktop, five
-# times, and a screenshot is taken each time: the main window, the main window with its
-# "Ansicht" menu open, the settings dialog, the multiple-document window and the drawing
-# view. The demo
-# ends by itself after each screenshot; the paths of the PNG files are printed at the end.
+# Without one, it runs on a virtual X server (Xvfb, 1024x768) in a Wine desktop, six times,
+# and a screenshot is taken each time: the main window, the main window with its "Ansicht"
+# menu open, the settings dialog, the multiple-document window, the drawing view and the
+# lists view. The demo ends by itself after each screenshot; the paths of the PNG files are
+# printed at the end.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -124,6 +124,7 @@ shot demo-menu --show menu
 shot demo-dialog --show dialog
 shot demo-mdi --mdi
 shot demo-drawing --show drawing
+shot demo-lists --show lists
 
 echo "== Screenshots"
 printf '%s\n' "${shots[@]}"

@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "DemoDrawing.h"
+#include "DemoLists.h"
 #include "resource.h"
 
 GW_CLASS_NONE(DemoApplication, "DemoApplication", "GwApplication")
@@ -93,7 +94,7 @@ bool DemoApplication::parseArguments() {
             mStartMDI = true;
         } else if (argument == "--show" && value != nullptr &&
                    (std::strcmp(value, "menu") == 0 || std::strcmp(value, "dialog") == 0 ||
-                    std::strcmp(value, "drawing") == 0)) {
+                    std::strcmp(value, "drawing") == 0 || std::strcmp(value, "lists") == 0)) {
             mShow = value;
             ++i;
         } else if (argument == "--exit-after" && value != nullptr && std::atoi(value) > 0) {
@@ -265,7 +266,7 @@ bool DemoApplication::command(GwFrame& frame, unsigned long long id) {
         showInfo(frame);
         return true;
     default:
-        return demoDrawingCommand(frame, id);
+        return demoDrawingCommand(frame, id) || demoListsCommand(frame, id);
     }
 }
 
@@ -354,6 +355,8 @@ void DemoApplication::tick(GwFrame& frame) {
             openSettings(frame);
         } else if (mShow == "drawing") {
             command(frame, ID_DRAWING);
+        } else if (mShow == "lists") {
+            command(frame, ID_LISTS);
         }
     }
     if (now == kReadyTick && !mReadyFile.empty()) {

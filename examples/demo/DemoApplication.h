@@ -17,7 +17,9 @@ class DemoText;
 //
 //   demo.exe                      the main frame
 //   demo.exe --mdi                the multiple-document frame instead
-//   --show menu|dialog            open the "Ansicht" menu or the settings dialog at the start
+//   --show menu|dialog|drawing|lists
+//                                 open the "Ansicht" menu, the settings dialog, the drawing
+//                                 view or the lists view at the start
 //   --exit-after SECONDS          end by itself after that time
 //   --ready-file PATH             write PATH once the window is up (and the menu or dialog open)
 class DemoApplication : public GwApplication {

@@ -29,6 +29,7 @@
 #define ID_SIZE_LARGE 1113
 #define ID_NEW_DOCUMENT 1121
 #define ID_DRAWING 1105
+#define ID_LISTS 1106
 #define ID_EXPORT_EMF 1131
 #define ID_EXPORT_WMF 1132
 #define ID_COPY_DRAWING 1133
@@ -69,3 +70,18 @@
 
 // The text window in a frame.
 #define IDC_TEXT 3000
+
+// The lists view: the page of the tab control loaded from a template and its combo box, the
+// captions of the tabs and the texts of its status bar.
+#define IDD_SIZES_PAGE 4200
+#define IDC_SIZE_COMBO 4201
+#define IDS_LISTS_TITLE 150
+#define IDS_LISTS_READY 151
+#define IDS_LISTS_NOTE 152
+#define IDS_TAB_STREETS 153
+#define IDS_TAB_SIZES 154
+#define IDS_TAB_NOTE 155
+#define IDS_LIST_SELECTED 156
+#define IDS_LIST_ACTIVATED 157
+#define IDS_SIZE_SELECTED 158
+#define IDS_TAB_SELECTED 159
