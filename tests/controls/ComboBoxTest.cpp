@@ -366,3 +366,41 @@ TEST_F(ComboBoxTest, LinesChangedBehindTheComboBoxAreReadAfresh) {
     DestroyWindow(hwnd);
     EXPECT_EQ(CountedItem::live, 0);
 }
+
+namespace {
+
+// Removes the selected line, and the line with identifier 1, while the selection changes.
+class RemovesComboSelection : public GwEventHandler {
+public:
+    int cbSelect(GwWindow& window) override {
+        auto& combo = dynamic_cast<GwComboBox&>(window);
+        combo.removeAt(combo.selectedAt());
+        combo.remove(1ull);
+        ++calls;
+        return GwResultContinue;
+    }
+    int calls = 0;
+};
+
+} // namespace
+
+TEST_F(ComboBoxTest, RemovingLinesInTheSelectHandlerIsSafe) {
+    GwComboBox* combo = make();
+    combo->add(CountedItem(1, "a")).add(CountedItem(2, "b")).add(CountedItem(3, "c"));
+    combo->selectAt(0, true);
+    RemovesComboSelection remover;
+    combo->add(&remover);
+    ShowWindow(mTop.hwnd, SW_SHOW);
+    SetForegroundWindow(mTop.hwnd);
+    HWND edit = editChild(hwndOf(*combo));
+    SetFocus(edit);
+    // Keyboard input moves the selection to the second line: the handler removes it and the
+    // first one.
+    PostMessageA(edit, WM_KEYDOWN, VK_DOWN, 1);
+    PostMessageA(edit, WM_KEYUP, VK_DOWN, 0xC0000001);
+    pumpMessages();
+    EXPECT_EQ(remover.calls, 1);
+    EXPECT_EQ(comboTexts(hwndOf(*combo)), (Texts{"c"}));
+    EXPECT_EQ(CountedItem::live, 1);
+    combo->remove(&remover);
+}
