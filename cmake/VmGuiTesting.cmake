@@ -32,4 +32,9 @@ function(vmgui_add_test name)
     vmgui_warnings(${name})
     add_test(NAME ${name} COMMAND ${name} --gtest_color=no ${ARG_ARGS})
     set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+    if(WIN32)
+        # The test programs share one desktop (one Wine server): a window of one program that
+        # is activated while another runs would take the keyboard focus from it.
+        set_tests_properties(${name} PROPERTIES RESOURCE_LOCK desktop)
+    endif()
 endfunction()

@@ -42,7 +42,9 @@ protected:
 
     // The user types the text into the field (replacing what it held) and leaves it.
     void typeAndLeave(std::string const& typed) {
+        SetForegroundWindow(parentHwnd());
         SetFocus(edit());
+        ASSERT_EQ(GetFocus(), edit());
         SendMessageA(edit(), EM_SETSEL, 0, -1);
         PostMessageA(edit(), WM_KEYDOWN, VK_DELETE, 1);
         pumpMessages();
