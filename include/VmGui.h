@@ -35,3 +35,5 @@
 #include "GwDialog.h"
 #include "GwMessageBox.h"
 #include "GwMDIFrame.h"
+#include "GwFileSelect.h"
+#include "GwColorSelect.h"

@@ -85,6 +85,8 @@ std::set<std::string> const kBuilt = {
     "GwUserButton", "GwEditField", "GwStatic", "GwText", "GwGroupBox", "GwImage",
     // graphics
     "GwGC", "GwGCWMF", "GwViewport",
+    // common dialogs
+    "GwFileSelect", "GwFileSelect::Iterator", "GwColorSelect",
 };
 
 } // namespace
