@@ -37,3 +37,4 @@
 #include "GwMDIFrame.h"
 #include "GwFileSelect.h"
 #include "GwColorSelect.h"
+#include "GwQuillEdit.h"

@@ -87,6 +87,8 @@ std::set<std::string> const kBuilt = {
     "GwGC", "GwGCWMF", "GwViewport",
     // common dialogs
     "GwFileSelect", "GwFileSelect::Iterator", "GwColorSelect",
+    // editor window
+    "GwQuillEdit",
 };
 
 } // namespace

@@ -78,7 +78,7 @@ TEST_F(QuillBinding, ExportsEveryEntryPointUnderItsPlainName) {
     std::set<std::string> exported;
     for (DWORD i = 0; i < exports->NumberOfNames; ++i) {
         std::string const name = reinterpret_cast<char const*>(base + names[i]);
-        if (name.find("Quill") != std::string::npos)
+        if (name.find("QuillDll_") != std::string::npos)
             exported.insert(name);
     }
     std::set<std::string> expected;

@@ -109,6 +109,26 @@ inline void setResult(long long result, double floating) {
         set(result, floating);
 }
 
+// How many times the message reached the stand-in's edit areas' own procedure.
+inline int received(unsigned int message) {
+    auto const count =
+        procAs<QuillStandInReceived>(GetProcAddress(standIn(), "QuillStandIn_Received"));
+    return count != nullptr ? count(message) : -1;
+}
+
+// The stand-in sends "QuillDllNotification" to the window.
+inline void notify(HWND target, unsigned long long wParam, long long lParam) {
+    auto const send = procAs<QuillStandInNotify>(GetProcAddress(standIn(), "QuillStandIn_Notify"));
+    if (send != nullptr)
+        send(target, wParam, lParam);
+}
+
+inline HWND lastEditArea() {
+    auto const last =
+        procAs<QuillStandInLastEditArea>(GetProcAddress(standIn(), "QuillStandIn_LastEditArea"));
+    return last != nullptr ? static_cast<HWND>(last()) : nullptr;
+}
+
 // Runs this test program again for one test, with the environment variable QUILL_CHILD set
 // to `scenario` and "Path" set to `path` (unchanged when empty); answers the exit code.
 inline DWORD runChild(char const* test, std::string const& scenario, std::string const& path,

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <cstring>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -21,8 +22,10 @@ struct Call {
 std::vector<Call> gCalls;
 long long gResult = 0;
 HWND gLastEditArea = nullptr;
+std::map<UINT, int> gReceived; // messages that reached the edit areas' own procedure
 
 LRESULT CALLBACK editAreaProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam) {
+    ++gReceived[msg];
     return DefWindowProcA(hwnd, msg, wParam, lParam);
 }
 
@@ -98,6 +101,19 @@ __declspec(dllexport) void QuillStandIn_SetResult(long long result, double float
 
 __declspec(dllexport) HWND QuillStandIn_LastEditArea() {
     return gLastEditArea;
+}
+
+// How many times `message` reached an edit area's own procedure.
+__declspec(dllexport) int QuillStandIn_Received(unsigned int message) {
+    auto const found = gReceived.find(message);
+    return found != gReceived.end() ? found->second : 0;
+}
+
+// Sends "QuillDllNotification" to a window, as the editor does.
+__declspec(dllexport) long long QuillStandIn_Notify(HWND target, unsigned long long wParam,
+                                                    long long lParam) {
+    static UINT const message = RegisterWindowMessageA("QuillDllNotification");
+    return SendMessageA(target, message, static_cast<WPARAM>(wParam), static_cast<LPARAM>(lParam));
 }
 
 } // extern "C"

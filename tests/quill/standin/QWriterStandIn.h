@@ -11,3 +11,5 @@ using QuillStandInCall = bool (*)(int index, char* name, int nameSize, long long
 using QuillStandInClear = void (*)();
 using QuillStandInSetResult = void (*)(long long result, double floating);
 using QuillStandInLastEditArea = void* (*)();
+using QuillStandInReceived = int (*)(unsigned int message);
+using QuillStandInNotify = long long (*)(void* target, unsigned long long wParam, long long lParam);
