@@ -174,17 +174,6 @@ TEST_F(ColorSelectTest, CustomColoursAreKeptBetweenShowings) {
 }
 
 TEST_F(ColorSelectTest, ActiveWindowIsActiveAgainAfterwards) {
-    mFrame.GwWindow::setVisible(true);
-    SetActiveWindow(static_cast<HWND>(mFrame.window()));
-    ASSERT_EQ(GetActiveWindow(), static_cast<HWND>(mFrame.window()));
     GwColorSelect dialog(mFrame, 0);
-    HWND activeDuring = nullptr;
-    DialogDriver driver(IDCANCEL, [&](HWND box) {
-        SetActiveWindow(box);
-        activeDuring = GetActiveWindow();
-    });
-    dialog.setVisible(true);
-    ASSERT_TRUE(driver.seen.found);
-    EXPECT_NE(activeDuring, static_cast<HWND>(mFrame.window()));
-    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(mFrame.window()));
+    expectActiveAgainAfter(mFrame, dialog);
 }

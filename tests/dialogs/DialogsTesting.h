@@ -11,6 +11,9 @@
 
 #include <gtest/gtest.h>
 
+#include <GwDialog.h>
+#include <GwFrame.h>
+
 #include "ModalScript.h"
 #include "TestWindows.h"
 
@@ -79,6 +82,24 @@ private:
     int mButton;
     Action mAct;
 };
+
+// Shows a dialog from the active frame, activates the dialog while it is up and checks that
+// the frame is active again afterwards.
+inline void expectActiveAgainAfter(GwFrame& frame, GwDialog& dialog) {
+    HWND const hwnd = static_cast<HWND>(frame.window());
+    frame.GwWindow::setVisible(true);
+    SetActiveWindow(hwnd);
+    ASSERT_EQ(GetActiveWindow(), hwnd);
+    HWND activeDuring = nullptr;
+    DialogDriver driver(IDCANCEL, [&](HWND box) {
+        SetActiveWindow(box);
+        activeDuring = GetActiveWindow();
+    });
+    dialog.setVisible(true);
+    ASSERT_TRUE(driver.seen.found);
+    EXPECT_NE(activeDuring, hwnd);
+    EXPECT_EQ(GetActiveWindow(), hwnd);
+}
 
 // Types the name into the file name box of an open or save dialog.
 inline void typeFileName(HWND dialog, std::string const& name) {

@@ -321,19 +321,8 @@ TEST_F(FileSelectTest, FilterWithoutBarsStillShowsTheDialog) {
 
 TEST_F(FileSelectTest, ActiveWindowIsActiveAgainAfterwards) {
     GwFrame frame(1, 0, false);
-    frame.GwWindow::setVisible(true);
-    SetActiveWindow(static_cast<HWND>(frame.window()));
-    ASSERT_EQ(GetActiveWindow(), static_cast<HWND>(frame.window()));
     GwFileSelect dialog;
-    HWND activeDuring = nullptr;
-    DialogDriver driver(IDCANCEL, [&](HWND box) {
-        SetActiveWindow(box);
-        activeDuring = GetActiveWindow();
-    });
-    dialog.setVisible(true);
-    ASSERT_TRUE(driver.seen.found);
-    EXPECT_NE(activeDuring, static_cast<HWND>(frame.window()));
-    EXPECT_EQ(GetActiveWindow(), static_cast<HWND>(frame.window()));
+    expectActiveAgainAfter(frame, dialog);
 }
 
 TEST_F(FileSelectTest, CopySharesTheRecord) {

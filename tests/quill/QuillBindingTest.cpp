@@ -46,14 +46,7 @@ std::string environmentPath() {
 
 class QuillBinding : public ::testing::Test {
 protected:
-    void SetUp() override {
-        writeQuillPath(standInFolder() + '\0');
-        // Loads the stand-in with the first call of this process.
-        forward<long long>("QuillDll_AppIsIdle");
-        ASSERT_NE(standIn(), nullptr);
-        clearCalls();
-        setResult(0, 0.0);
-    }
+    void SetUp() override { ASSERT_NO_FATAL_FAILURE(useStandIn()); }
     void TearDown() override { removeQuillPath(); }
 };
 

@@ -28,11 +28,7 @@ namespace {
 class QuillEditTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        writeQuillPath(standInFolder() + '\0');
-        forward<long long>("QuillDll_AppIsIdle");
-        ASSERT_NE(standIn(), nullptr);
-        clearCalls();
-        setResult(0, 0.0);
+        ASSERT_NO_FATAL_FAILURE(useStandIn());
         ASSERT_NE(mFrame.window(), nullptr);
         mHolder = new DispatchingWindow(rawWindow(frameHwnd(), 5, 0, 0, 300, 200));
     }

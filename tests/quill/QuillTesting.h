@@ -129,6 +129,16 @@ inline HWND lastEditArea() {
     return last != nullptr ? static_cast<HWND>(last()) : nullptr;
 }
 
+// Names the stand-in in the registry and makes a first call, which loads it in this process
+// (once), then clears its record and its results.
+inline void useStandIn() {
+    writeQuillPath(standInFolder() + '\0');
+    forward<long long>("QuillDll_AppIsIdle");
+    ASSERT_NE(standIn(), nullptr);
+    clearCalls();
+    setResult(0, 0.0);
+}
+
 // Runs this test program again for one test, with the environment variable QUILL_CHILD set
 // to `scenario` and "Path" set to `path` (unchanged when empty); answers the exit code.
 inline DWORD runChild(char const* test, std::string const& scenario, std::string const& path,
