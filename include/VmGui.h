@@ -38,3 +38,6 @@
 #include "GwDialog.h"
 #include "GwMessageBox.h"
 #include "GwMDIFrame.h"
+#include "GwFileSelect.h"
+#include "GwColorSelect.h"
+#include "GwQuillEdit.h"

@@ -8,6 +8,7 @@
 #   rcdata_parser_fuzz  the attribute-data parser (corpus fuzz/corpus, dictionary rcdata.dict)
 #   number_text_fuzz    the edit field's number reading and formatting (fuzz/number-corpus)
 #   metafile_format_fuzz  the metafile context's file format detection (fuzz/corpus-metafile)
+#   file_select_paths_fuzz  the file dialog's result buffer and filter (fuzz/file-select-corpus)
 # New inputs go to the build folder's corpus-TARGET, never into the sources; a crash or a
 # broken property leaves its input in the build folder's artifacts/ and makes this script fail.
 set -euo pipefail
@@ -18,7 +19,7 @@ seconds="${1:-60}"
 shift $(( $# > 0 ? 1 : 0 ))
 targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then
-    targets=(rcdata_parser_fuzz number_text_fuzz metafile_format_fuzz)
+    targets=(rcdata_parser_fuzz number_text_fuzz metafile_format_fuzz file_select_paths_fuzz)
 fi
 
 cc="${CC:-clang}"
@@ -46,6 +47,7 @@ for target in "${targets[@]}"; do
         rcdata_parser_fuzz) seeds="$root/fuzz/corpus"; options=(-dict="$root/fuzz/rcdata.dict") ;;
         number_text_fuzz) seeds="$root/fuzz/number-corpus" ;;
         metafile_format_fuzz) seeds="$root/fuzz/corpus-metafile" ;;
+        file_select_paths_fuzz) seeds="$root/fuzz/file-select-corpus" ;;
         *)
             echo "fuzz.sh: unknown target $target" >&2
             exit 2

@@ -87,6 +87,10 @@ std::set<std::string> const kBuilt = {
     "GwGC", "GwGCWMF", "GwViewport",
     // Lists and tabs.
     "GwComboBox", "GwListBox", "GwTab", "GwTabItem",
+    // common dialogs
+    "GwFileSelect", "GwFileSelect::Iterator", "GwColorSelect",
+    // editor window
+    "GwQuillEdit",
 };
 
 } // namespace
