@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "DemoDrawing.h"
+#include "DemoFiles.h"
 #include "DemoLists.h"
 #include "resource.h"
 
@@ -94,7 +95,8 @@ bool DemoApplication::parseArguments() {
             mStartMDI = true;
         } else if (argument == "--show" && value != nullptr &&
                    (std::strcmp(value, "menu") == 0 || std::strcmp(value, "dialog") == 0 ||
-                    std::strcmp(value, "drawing") == 0 || std::strcmp(value, "lists") == 0)) {
+                    std::strcmp(value, "drawing") == 0 || std::strcmp(value, "lists") == 0 ||
+                    std::strcmp(value, "open") == 0 || std::strcmp(value, "color") == 0)) {
             mShow = value;
             ++i;
         } else if (argument == "--exit-after" && value != nullptr && std::atoi(value) > 0) {
@@ -266,7 +268,8 @@ bool DemoApplication::command(GwFrame& frame, unsigned long long id) {
         showInfo(frame);
         return true;
     default:
-        return demoDrawingCommand(frame, id) || demoListsCommand(frame, id);
+        return demoDrawingCommand(frame, id) || demoListsCommand(frame, id) ||
+               demoFilesCommand(frame, id);
     }
 }
 
@@ -357,6 +360,10 @@ void DemoApplication::tick(GwFrame& frame) {
             command(frame, ID_DRAWING);
         } else if (mShow == "lists") {
             command(frame, ID_LISTS);
+        } else if (mShow == "open") {
+            command(frame, 0xF821); // the library's "Öffnen..."
+        } else if (mShow == "color") {
+            command(frame, ID_TEXT_COLOR);
         }
     }
     if (now == kReadyTick && !mReadyFile.empty()) {
@@ -374,6 +381,7 @@ void DemoApplication::tick(GwFrame& frame) {
 void DemoApplication::requestQuit() {
     mQuitting = true;
     EndMenu();
+    demoCancelCommonDialog();
     if (mDialog != nullptr) {
         // Ends the dialog's loop; openSettings ends the program's loop after it.
         mDialog->setResult(IDCANCEL);

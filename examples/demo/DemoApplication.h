@@ -17,9 +17,10 @@ class DemoText;
 //
 //   demo.exe                      the main frame
 //   demo.exe --mdi                the multiple-document frame instead
-//   --show menu|dialog|drawing|lists
+//   --show menu|dialog|drawing|lists|open|color
 //                                 open the "Ansicht" menu, the settings dialog, the drawing
-//                                 view or the lists view at the start
+//                                 view, the lists view, the open dialog or the colour dialog
+//                                 at the start
 //   --exit-after SECONDS          end by itself after that time
 //   --ready-file PATH             write PATH once the window is up (and the menu or dialog open)
 class DemoApplication : public GwApplication {

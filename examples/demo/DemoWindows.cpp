@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include "DemoFiles.h"
 #include "resource.h"
 
 GW_CLASS_NONE(DemoText, "DemoText", "GwControl")
@@ -75,6 +76,14 @@ void DemoFrame::showReady() {
 
 long long DemoFrame::msgHandler(unsigned long long msg, unsigned long long wParam,
                                 long long lParam) {
+    if (msg == WM_CTLCOLOREDIT) {
+        // The text window is drawn in the text colour chosen with "Textfarbe...".
+        auto const device = reinterpret_cast<HDC>(wParam);
+        unsigned long const colour = demoTextColor();
+        SetTextColor(device, RGB((colour >> 16) & 0xFF, (colour >> 8) & 0xFF, colour & 0xFF));
+        SetBkColor(device, GetSysColor(COLOR_WINDOW));
+        return reinterpret_cast<long long>(GetSysColorBrush(COLOR_WINDOW));
+    }
     long long const answer = GwFrame::msgHandler(msg, wParam, lParam);
     if (msg == WM_EXITMENULOOP)
         showReady();

@@ -30,6 +30,7 @@
 #define ID_NEW_DOCUMENT 1121
 #define ID_DRAWING 1105
 #define ID_LISTS 1106
+#define ID_TEXT_COLOR 1107
 #define ID_EXPORT_EMF 1131
 #define ID_EXPORT_WMF 1132
 #define ID_COPY_DRAWING 1133
@@ -85,3 +86,11 @@
 #define IDS_LIST_ACTIVATED 157
 #define IDS_SIZE_SELECTED 158
 #define IDS_TAB_SELECTED 159
+
+// The file and colour commands: the filter of the file dialogs and the status texts.
+#define IDS_TEXT_FILTER 160
+#define IDS_FILE_CHOSEN 161
+#define IDS_FILE_CANCELLED 162
+#define IDS_FILE_NOT_WRITTEN 163
+#define IDS_COLOR_CHOSEN 164
+#define IDS_COLOR_KEPT 165
