@@ -55,6 +55,16 @@ protected:
         SendMessageA(hwndOf(*combo), GwMsgCommand, MAKEWPARAM(400, code),
                      reinterpret_cast<LPARAM>(hwndOf(*combo)));
     }
+    // The user presses the down key in the edit part of the shown combo box.
+    void pressDownInEditPart(GwComboBox* combo) {
+        ShowWindow(mTop.hwnd, SW_SHOW);
+        SetForegroundWindow(mTop.hwnd);
+        HWND edit = editChild(hwndOf(*combo));
+        SetFocus(edit);
+        PostMessageA(edit, WM_KEYDOWN, VK_DOWN, 1);
+        PostMessageA(edit, WM_KEYUP, VK_DOWN, 0xC0000001);
+        pumpMessages();
+    }
     std::vector<std::unique_ptr<Spy>> mSpies;
 };
 
@@ -315,13 +325,7 @@ TEST_F(ComboBoxTest, KeyboardInputSendsTheSelectEventToTheTopLevelHandlers) {
     combo->selectAt(0, true);
     Recorder top;
     mTop.window->add(&top);
-    ShowWindow(mTop.hwnd, SW_SHOW);
-    SetForegroundWindow(mTop.hwnd);
-    HWND edit = editChild(hwndOf(*combo));
-    SetFocus(edit);
-    PostMessageA(edit, WM_KEYDOWN, VK_DOWN, 1);
-    PostMessageA(edit, WM_KEYUP, VK_DOWN, 0xC0000001);
-    pumpMessages();
+    pressDownInEditPart(combo);
     EXPECT_EQ(combo->selected(), 2u);
     ASSERT_EQ(count(top, "select"), 1);
     for (Call const& call : top.calls) {
@@ -390,15 +394,9 @@ TEST_F(ComboBoxTest, RemovingLinesInTheSelectHandlerIsSafe) {
     combo->selectAt(0, true);
     RemovesComboSelection remover;
     combo->add(&remover);
-    ShowWindow(mTop.hwnd, SW_SHOW);
-    SetForegroundWindow(mTop.hwnd);
-    HWND edit = editChild(hwndOf(*combo));
-    SetFocus(edit);
     // Keyboard input moves the selection to the second line: the handler removes it and the
     // first one.
-    PostMessageA(edit, WM_KEYDOWN, VK_DOWN, 1);
-    PostMessageA(edit, WM_KEYUP, VK_DOWN, 0xC0000001);
-    pumpMessages();
+    pressDownInEditPart(combo);
     EXPECT_EQ(remover.calls, 1);
     EXPECT_EQ(comboTexts(hwndOf(*combo)), (Texts{"c"}));
     EXPECT_EQ(CountedItem::live, 1);
