@@ -130,11 +130,14 @@ GwEditField::operator double() const {
 GwEditField::operator long() const {
     std::string_view const format = mFormat.size() != 0 ? view(mFormat) : "%ld";
     String const current = text();
-    if (format.find("ld") != std::string_view::npos)
+    switch (GwNumberText::classify(format)) {
+    case GwNumberText::Kind::Decimal:
         return GwNumberText::parseLong(view(current)).value;
-    if (format.find("lx") != std::string_view::npos)
+    case GwNumberText::Kind::Hex:
         return static_cast<long>(GwNumberText::parseHex(view(current)));
-    return 0;
+    default:
+        return 0;
+    }
 }
 
 GwEditField& GwEditField::setSelection(int start, int end) {
