@@ -65,14 +65,22 @@ template <class Type>::Object* gwMakeInstance(::EventData const* data) {
     GW_CLASS_RECORD(Type, Name, Parent, GwClassRecord<Type>::parents, nullptr)                     \
     GW_CLASS_MEMBERS(Type)
 
+// The root of every library class. A debug build of the library counts the objects that
+// live (constructions less destructions, static objects included), so that a test or a soak
+// run can see whether anything is left over; a release build counts nothing and its
+// constructors and destructor do nothing.
 class VMGUI_API GwObject : public Object {
     GW_DECLARE_CLASS(GwObject)
 
 public:
-    GwObject() = default;
-    GwObject(GwObject const&) = default;
-    GwObject(GwObject&&) = default;
+    GwObject();
+    GwObject(GwObject const& other);
+    GwObject(GwObject&& other) noexcept;
     GwObject& operator=(GwObject const&) = default;
     GwObject& operator=(GwObject&&) = default;
-    ~GwObject() override = default;
+    ~GwObject() override;
+
+    // The number of library objects alive now in a debug build of the library; -1 in a
+    // release build.
+    static long liveObjects();
 };
