@@ -82,8 +82,9 @@ public:
 
     // Loads the image from a file and shows it (LR_LOADMAP3DCOLORS with map3DColors). A type
     // that does not match the static's style, or a file that cannot be loaded, changes
-    // nothing. The control owns the image; the one it showed before is freed (with
-    // DeleteObject, DestroyIcon or DeleteEnhMetaFile, as its type needs).
+    // nothing. The control owns the image: the one it showed before is freed (with
+    // DeleteObject, DestroyIcon or DeleteEnhMetaFile, as its type needs), and the last one it
+    // loaded is freed when its window is destroyed (unless STM_SETIMAGE replaced it).
     GwImage& setImage(String const& fileName, eImageType type, bool map3DColors);
     // The same from the resources of a module (the executable's when the resource holds
     // none), by the low 16 bits of the numeric identifier. LoadImageA reads no enhanced

@@ -54,6 +54,54 @@ HANDLE loadEnhMetaFile(HMODULE module, char const* name, bool fromFile) {
     return SetEnhMetaFileBits(SizeofResource(module, found), static_cast<BYTE const*>(bytes));
 }
 
+// The image that setImage gave a static, kept as a property of its window: the platform's
+// static frees no image, so the control frees the one it loaded itself when its window goes.
+char const kOwnedImage[] = "GwImage";
+
+// Frees an image the way its type is freed (DeleteObject alone would leak icons and
+// metafiles).
+void freeImage(HANDLE image, UINT imageType) {
+    if (image == nullptr)
+        return;
+    if (imageType == IMAGE_ICON)
+        DestroyIcon(static_cast<HICON>(image));
+    else if (imageType == IMAGE_ENHMETAFILE)
+        DeleteEnhMetaFile(static_cast<HENHMETAFILE>(image));
+    else
+        DeleteObject(image);
+}
+
+// The platform image type that a static of this style shows; false for a static without
+// image.
+bool imageTypeOf(HWND hwnd, UINT& imageType) {
+    switch (GetWindowLongA(hwnd, GWL_STYLE) & 0xFF) {
+    case SS_BITMAP:
+        imageType = IMAGE_BITMAP;
+        return true;
+    case SS_ENHMETAFILE:
+        imageType = IMAGE_ENHMETAFILE;
+        return true;
+    case SS_ICON:
+        imageType = IMAGE_ICON;
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Takes the image that setImage loaded out of the static and frees it, unless something else
+// has replaced it meanwhile (whoever did got it back from STM_SETIMAGE and owns it).
+void releaseOwnedImage(HWND hwnd) {
+    HANDLE const owned = RemovePropA(hwnd, kOwnedImage);
+    UINT imageType = IMAGE_BITMAP;
+    if (owned == nullptr || !imageTypeOf(hwnd, imageType))
+        return;
+    if (reinterpret_cast<HANDLE>(SendMessageA(hwnd, STM_GETIMAGE, imageType, 0)) != owned)
+        return;
+    SendMessageA(hwnd, STM_SETIMAGE, imageType, 0);
+    freeImage(owned, imageType);
+}
+
 } // namespace
 
 // GwStatic
@@ -141,17 +189,9 @@ GwImage& GwImage::load(void* module, char const* name, eImageType type, unsigned
         return *this;
     auto const previous = reinterpret_cast<HANDLE>(
         SendMessageA(hwnd, STM_SETIMAGE, kind.imageType, reinterpret_cast<LPARAM>(image)));
-    // The static shows only images of its own type, so the previous one is of this type too;
-    // each is freed the way its type is freed (DeleteObject alone would leak icons and
-    // metafiles).
-    if (previous != nullptr) {
-        if (type == eIcon)
-            DestroyIcon(static_cast<HICON>(previous));
-        else if (type == eEnhMetaFile)
-            DeleteEnhMetaFile(static_cast<HENHMETAFILE>(previous));
-        else
-            DeleteObject(previous);
-    }
+    SetPropA(hwnd, kOwnedImage, image);
+    // The static shows only images of its own type, so the previous one is of this type too.
+    freeImage(previous, kind.imageType);
     return *this;
 }
 
@@ -193,6 +233,8 @@ bool GwImage::paintSqueezed() {
 long long GwImage::msgHandler(unsigned long long msg, unsigned long long wParam, long long lParam) {
     if (msg == WM_PAINT && paintSqueezed())
         return 0;
+    if (msg == WM_DESTROY)
+        releaseOwnedImage(hwndOf(mHandle));
     return GwStatic::msgHandler(msg, wParam, lParam);
 }
 

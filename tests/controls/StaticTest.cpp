@@ -135,6 +135,43 @@ TEST_F(ControlTest, LoadingASecondImageDeletesTheFirst) {
     DestroyWindow(hwnd);
 }
 
+TEST_F(ControlTest, TheLastLoadedImageIsFreedWithTheWindow) {
+    struct Case {
+        DWORD style;
+        GwImage::eImageType type;
+        UINT imageType;
+        unsigned long long id;
+    } const cases[] = {{SS_BITMAP, GwImage::eBitmap, IMAGE_BITMAP, 8100},
+                       {SS_ICON, GwImage::eIcon, IMAGE_ICON, 8102},
+                       {SS_ENHMETAFILE, GwImage::eEnhMetaFile, IMAGE_ENHMETAFILE, 8103}};
+    for (Case const& one : cases) {
+        HWND const hwnd = imageStatic(parentHwnd(), one.style);
+        imageFor(hwnd)->setImage(one.id, GwResource(), one.type, false);
+        HANDLE const shown = shownImage(hwnd, one.imageType);
+        ASSERT_NE(shown, nullptr) << one.id;
+        DestroyWindow(hwnd);
+        if (one.type == GwImage::eIcon) {
+            ICONINFO info{};
+            EXPECT_FALSE(GetIconInfo(static_cast<HICON>(shown), &info)) << "the icon is freed";
+        } else {
+            EXPECT_EQ(GetObjectType(shown), 0u) << one.id << " is freed with the window";
+        }
+    }
+}
+
+TEST_F(ControlTest, AnImageThatReplacedTheLoadedOneStaysWithWhoeverSetIt) {
+    HWND const hwnd = imageStatic(parentHwnd(), SS_BITMAP);
+    imageFor(hwnd)->setImage(8100, GwResource(), GwImage::eBitmap, false);
+    HBITMAP const own = CreateBitmap(4, 4, 1, 32, nullptr);
+    auto const loaded = reinterpret_cast<HANDLE>(
+        SendMessageA(hwnd, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(own)));
+    ASSERT_NE(loaded, nullptr);
+    DestroyWindow(hwnd);
+    EXPECT_EQ(GetObjectType(own), static_cast<DWORD>(OBJ_BITMAP)) << "not the control's to free";
+    DeleteObject(own);
+    DeleteObject(loaded);
+}
+
 TEST_F(ControlTest, ABitmapFromAFileIsShown) {
     std::string const path = scratchFile("vmgui-small.bmp");
     {
