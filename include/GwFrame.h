@@ -101,7 +101,9 @@ public:
     GwFrame& remove(GwEventHandler* handler) override;
 
     // Stacks bar along side (into the first empty record, else appended) and lays out. Bars
-    // take their room in record order, the earlier ones nearer the edge.
+    // take their room in record order, the earlier ones nearer the edge. A bar whose window
+    // is destroyed (also from outside, with DestroyWindow) leaves its records; a status bar
+    // destroyed so leaves the frame without one.
     virtual GwFrame& add(GwControlBar* bar, GwWindow::eAlignment side);
     // Empties the first record of bar (the search ends at the first empty record) and lays
     // out. The records behind the hole are not laid out until it is filled again.
@@ -204,6 +206,9 @@ protected:
     // constructor does.
     void create(GwFrame const* owner, unsigned long long id, unsigned long long menuId,
                 bool statusBar);
+    // Removes every record of the control bar sender, which is going away; false when it
+    // has none.
+    bool forgetBar(Object const* sender);
 
     GwMenu* mMenuBar;                   // owned
     int mMenuStyle;                     // eMenuStyle bits merged into the bar

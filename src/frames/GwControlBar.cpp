@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "GwEventData.h"
+#include "GwMessages.h"
 
 GW_CLASS_NULL(GwControlBar, "GwControlBar", "GwWindow")
 GW_CLASS_MAKES(GwDockBar, "GwDockBar", "GwControlBar")
@@ -40,7 +41,10 @@ GwControlBar& GwControlBar::operator=(GwControlBar&& other) {
     return *this;
 }
 
-GwControlBar::~GwControlBar() = default;
+// Tells the listeners (the frame that stacks the bar) that it is going away (event type 2).
+GwControlBar::~GwControlBar() {
+    sendEvent(Event(GwEventHandlerGone), nullptr, true);
+}
 
 GwDimension GwControlBar::calculate(eCalculate, int, GwObjectTable<GwRectangle>*) {
     return dimension();

@@ -127,8 +127,10 @@ GwFrame::GwFrame(GwFrame const& other)
     if (other.mBars != nullptr) {
         mBars = new GwObjectTable<GwBar>(other.mBars->capacity());
         for (std::int32_t i = 0; i < other.mBars->count(); ++i) {
-            if (GwBar const* record = other.mBars->at(i))
+            if (GwBar const* record = other.mBars->at(i)) {
                 mBars->add(new GwBar(*record));
+                record->bar->addEvent(this);
+            }
         }
     }
 }
@@ -197,14 +199,17 @@ GwFrame* GwFrame::newInstance(EventData const* data) {
     return handle != nullptr ? new GwFrame(handle) : nullptr;
 }
 
-// Type 2 tells of an object's end: the client is forgotten, any other object leaves the
-// menu cache, and an event handler is detached as the window base does it.
+// Type 2 tells of an object's end: the client is forgotten, a control bar loses its records
+// (a status bar also its window), any other object leaves the menu cache, and an event
+// handler is detached as the window base does it.
 void GwFrame::receiveEvent(Object* sender, Event const& event, EventData const* data) {
     if (event.type() == GwEventHandlerGone && sender != nullptr) {
         if (sender == mClient) {
             mClient = nullptr;
             return;
         }
+        if (forgetBar(sender))
+            return;
         if (mMenuCache != nullptr) {
             for (std::int32_t i = 0; i < mMenuCache->count(); ++i) {
                 GwMenu* const cached = mMenuCache->at(i);
@@ -267,11 +272,31 @@ GwFrame& GwFrame::remove(GwEventHandler* handler) {
     return *this;
 }
 
+bool GwFrame::forgetBar(Object const* sender) {
+    bool found = false;
+    if (mBars != nullptr) {
+        for (std::int32_t i = 0; i < mBars->count(); ++i) {
+            GwBar* const record = mBars->at(i);
+            if (record == nullptr || static_cast<Object const*>(record->bar) != sender)
+                continue;
+            // A bar that goes with its window has already let go of the handle.
+            if (mStatusWindow != nullptr &&
+                (record->bar->window() == mStatusWindow || !IsWindow(hwndOf(mStatusWindow))))
+                mStatusWindow = nullptr;
+            mBars->remove(record);
+            delete record;
+            found = true;
+        }
+    }
+    return found;
+}
+
 GwFrame& GwFrame::add(GwControlBar* bar, GwWindow::eAlignment side) {
     if (bar != nullptr) {
         if (mBars == nullptr)
             mBars = new GwObjectTable<GwBar>(4);
         mBars->add(new GwBar{bar, side});
+        bar->addEvent(this); // its end removes its records
     }
     SendMessageA(hwndOf(mHandle), gGwWM_Message, GwCodeLayout, 0);
     return *this;
@@ -286,6 +311,11 @@ GwFrame& GwFrame::remove(GwControlBar* bar) {
                 break;
             }
         }
+        bool stillStacked = false;
+        for (GwObjectTableIterator<GwBar> next(mBars); GwBar* record = next();)
+            stillStacked = stillStacked || record->bar == bar;
+        if (bar != nullptr && !stillStacked)
+            bar->removeEvent(this);
     }
     SendMessageA(hwndOf(mHandle), gGwWM_Message, GwCodeLayout, 0);
     return *this;
