@@ -14,6 +14,7 @@
 #include <String.h>
 
 #include <GwApplication.h>
+#include <GwBitmap.h>
 #include <GwButton.h>
 #include <GwComboBox.h>
 #include <GwEditField.h>
@@ -21,9 +22,11 @@
 #include <GwFrame.h>
 #include <GwGC.h>
 #include <GwGCWMF.h>
+#include <GwGeometry.h>
 #include <GwItem.h>
 #include <GwListBox.h>
 #include <GwMenu.h>
+#include <GwObjectTable.h>
 #include <GwResource.h>
 #include <GwStatusBar.h>
 #include <GwTab.h>
@@ -374,4 +377,80 @@ TEST_F(HostileTest, AFrameKeepsWorkingWhenItsStatusBarIsDestroyedFromOutside) {
     SendMessageA(hwndOf(*other), WM_MENUSELECT, MAKEWPARAM(0xF820, MF_STRING), 0);
     pumpMessages();
     DestroyWindow(hwndOf(*other));
+}
+
+namespace {
+
+// A push button object without a window of its own, to be assigned another's window.
+class LooseButton : public GwPushButton {
+public:
+    LooseButton() : GwPushButton(static_cast<void*>(nullptr)) {}
+    using GwPushButton::operator=;
+};
+
+} // namespace
+
+TEST_F(HostileTest, AnObjectNamingAWindowDestroyedFromOutsideAnswersQuietly) {
+    auto* button = new GwPushButton(frame(), 50, "Weg");
+    LooseButton loose;
+    loose = *button; // both objects name the button's window now
+    HWND const hwnd = hwndOf(*button);
+    DestroyWindow(hwnd); // the bound object goes with it; the loose one stays
+    ASSERT_FALSE(IsWindow(hwnd));
+    loose.setText("danach").setEnabled(false).setVisible(true);
+    EXPECT_FALSE(loose.visible());
+    EXPECT_FALSE(loose.enabled());
+    loose.setValue(GwWindow::eChecked);
+    EXPECT_EQ(loose.value(), GwWindow::eUnchecked);
+    loose.setPosition(GwPosition(5, 5)).setDimension(GwDimension(10, 10));
+    loose.invalidate().update();
+    EXPECT_EQ(loose.child(1), nullptr);
+    EXPECT_EQ(loose.parent(), nullptr);
+}
+
+TEST_F(HostileTest, ButtonsIgnoreCheckStatesOutOfRange) {
+    auto* toggle = new GwToggleButton(frame(), 51, "Fett");
+    auto* radio = new GwRadioButton(frame(), 52, "Links");
+    for (int state : {-1, 3, 99, INT_MIN}) {
+        toggle->setValue(static_cast<GwWindow::eCheckState>(state));
+        radio->setValue(static_cast<GwWindow::eCheckState>(state));
+        EXPECT_EQ(toggle->value(), GwWindow::eUnchecked) << state;
+        EXPECT_EQ(radio->value(), GwWindow::eUnchecked) << state;
+    }
+}
+
+TEST_F(HostileTest, TablesRefuseNullAndAnswerNullOutOfRange) {
+    GwObjectTable<GwItem> table;
+    EXPECT_EQ(table.add(nullptr), -1);
+    EXPECT_EQ(table.remove(nullptr), -1);
+    EXPECT_EQ(table.indexOf(nullptr), -1);
+    GwItem item(1);
+    table.add(&item);
+    for (int position : kPositions)
+        EXPECT_EQ(table.at(position), nullptr) << position;
+    EXPECT_EQ(table.count(), 1);
+}
+
+TEST_F(HostileTest, BitmapsWithoutHandleDrawNothing) {
+    GwBitmap none;
+    none.draw(frame(), SHRT_MIN, SHRT_MAX, true);
+    none.draw(nullptr, 0, 0, false);
+    GwBitmap missing(kAllBits);
+    EXPECT_EQ(missing.handle(), nullptr);
+    EXPECT_EQ(missing.id(), kAllBits);
+    GwBitmap taken(1, nullptr);
+    GwBitmap copy(taken);
+    copy = none;
+    EXPECT_EQ(copy.handle(), nullptr);
+}
+
+TEST_F(HostileTest, AStatusBarTakesTextsOfAnyLength) {
+    auto* bar = new GwStatusBar(frame(), 60, false);
+    bar->setText(longText()).setText("");
+    EXPECT_EQ(bar->resource().loadString(kAllBits), String(""));
+    frame().add(bar, static_cast<GwWindow::eAlignment>(0));
+    frame().add(bar, static_cast<GwWindow::eAlignment>(-1));
+    frame().setVisible(true);
+    pumpMessages();
+    frame().remove(bar).remove(bar).remove(bar);
 }
