@@ -3,8 +3,10 @@
 #   1. VmBase and the attribute-data parser natively under AddressSanitizer and
 #      UndefinedBehaviorSanitizer, and the parsers' fuzz targets for a bounded time;
 #   2. the Windows build (VmBase.dll, VmGui.dll, tests, tools) with MinGW-w64;
-#   3. installation and a consumer project built against the installed CMake package;
-#   4. every test executable under Wine, headless; CTest's summary ends the output.
+#   3. installation and a consumer project built against the installed CMake package, whose
+#      own tests (a dialog of its own, driven by the installed test kit) run under Wine;
+#   4. every test executable under Wine, headless, among them the README's first program,
+#      driven until it ends by itself; CTest's summary ends the output.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -32,12 +34,13 @@ cmake --build "$build" -j "$jobs"
 echo "== Installed package and a consumer"
 rm -rf "$build/install"
 cmake --install "$build" --prefix "$build/install" >/dev/null
+# The consumer's tests (its program, and its own dialog tested with VmGui::Testing) run
+# through the installed Wine wrapper, with the installed DLLs; they share the tests' prefix.
 cmake -S "$root/examples/consumer" -B "$build/consumer" -G Ninja \
     -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" \
-    -DCMAKE_PREFIX_PATH="$build/install" >/dev/null
+    -DCMAKE_PREFIX_PATH="$build/install" -DVMGUI_WINEPREFIX="$build/wineprefix" >/dev/null
 cmake --build "$build/consumer"
-cp "$build/install/bin/"*.dll "$build/consumer/"
-VMGUI_WINEPREFIX="$build/wineprefix" "$root/tools/wine-run.sh" "$build/consumer/consumer.exe"
+ctest --test-dir "$build/consumer" --output-on-failure
 
 echo "== Tests under Wine"
 ctest --test-dir "$build" --output-on-failure -j "$jobs"
