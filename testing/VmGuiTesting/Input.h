@@ -28,25 +28,31 @@ inline void click(HWND hwnd, int x = 5, int y = 5) {
     pumpMessages();
 }
 
-// A click in the middle of the window's client area, posted.
-inline void postClickCentre(HWND hwnd) {
-    RECT client{};
-    GetClientRect(hwnd, &client);
-    postClick(hwnd, client.right / 2, client.bottom / 2);
-}
+namespace detail {
 
-// A key pressed and released (WM_KEYDOWN, WM_KEYUP) with the key's scan code, posted to the
-// window, as the keyboard produces them for the window with the focus. Translated by the
-// loop, a character key also gives its WM_CHAR.
-inline void postKey(HWND hwnd, UINT virtualKey) {
+// The lParam of a key message: one press, the key's scan code, and for a release the bits of
+// a key that was down and goes up.
+inline LPARAM keyParam(UINT virtualKey, bool release) {
     LPARAM const scan = static_cast<LPARAM>(MapVirtualKeyA(virtualKey, MAPVK_VK_TO_VSC)) << 16;
-    PostMessageA(hwnd, WM_KEYDOWN, virtualKey, scan | 1);
-    PostMessageA(hwnd, WM_KEYUP, virtualKey, scan | 1 | (LPARAM(1) << 30) | (LPARAM(1) << 31));
+    return scan | 1 | (release ? (LPARAM(1) << 30) | (LPARAM(1) << 31) : 0);
 }
 
-// The same, handled at once.
+} // namespace detail
+
+// A key pressed and released (WM_KEYDOWN, WM_KEYUP) posted to the window, as the keyboard
+// gives them to the window with the focus. The character the loop translates from a
+// character key (WM_CHAR) comes after the release here.
+inline void postKey(HWND hwnd, UINT virtualKey) {
+    PostMessageA(hwnd, WM_KEYDOWN, virtualKey, detail::keyParam(virtualKey, false));
+    PostMessageA(hwnd, WM_KEYUP, virtualKey, detail::keyParam(virtualKey, true));
+}
+
+// The same, handled at once and in the keyboard's order: the press, its character, the
+// release.
 inline void pressKey(HWND hwnd, UINT virtualKey) {
-    postKey(hwnd, virtualKey);
+    PostMessageA(hwnd, WM_KEYDOWN, virtualKey, detail::keyParam(virtualKey, false));
+    pumpMessages();
+    PostMessageA(hwnd, WM_KEYUP, virtualKey, detail::keyParam(virtualKey, true));
     pumpMessages();
 }
 

@@ -15,20 +15,4 @@ inline COLORREF pixelOf(HWND hwnd, int x, int y) {
     return colour;
 }
 
-// How many pixels of the client area (or of the part of it in area) have the colour.
-inline long countPixels(HWND hwnd, COLORREF colour, RECT const* area = nullptr) {
-    RECT client{};
-    GetClientRect(hwnd, &client);
-    if (area != nullptr)
-        IntersectRect(&client, &client, area);
-    long count = 0;
-    HDC const device = GetDC(hwnd);
-    for (int y = client.top; y < client.bottom; ++y) {
-        for (int x = client.left; x < client.right; ++x)
-            count += GetPixel(device, x, y) == colour ? 1 : 0;
-    }
-    ReleaseDC(hwnd, device);
-    return count;
-}
-
 } // namespace vmgui_testing
