@@ -11,11 +11,15 @@ class VMGUI_API GwUserData : public GwObject {
     GW_DECLARE_CLASS(GwUserData)
 
 public:
+    // Holds value (not owned).
     explicit GwUserData(void* value = nullptr) : mValue(value) {}
+    // Copies the value.
     GwUserData(GwUserData const&) = default;
     GwUserData& operator=(GwUserData const&) = default;
     ~GwUserData() override = default;
 
+    // The value as the application reads it: void* gives the value itself; the others give
+    // 0 or null unless a derived class defines them.
     virtual operator void*() const;
     virtual operator int() const;
     virtual operator long() const;
@@ -32,6 +36,7 @@ public:
     static GwUserData* newInstance(EventData const* data);
 
 protected:
+    // The value given to the constructor.
     void* value() const { return mValue; }
 
 private:
