@@ -20,7 +20,7 @@ list(GET _gcc_dirs 0 _gcc_dir)
 if(NOT IS_DIRECTORY "${_gcc_dir}/include/c++")
     message(FATAL_ERROR "No posix-thread MinGW-w64 GCC under /usr/lib/gcc/${_triplet}")
 endif()
-set(_cxx_includes "-nostdinc++ -isystem ${_gcc_dir}/include/c++ -isystem ${_gcc_dir}/include/c++/${_triplet} -isystem ${_gcc_dir}/include/c++/backward")
+set(_cxx_includes "-isystem ${_gcc_dir}/include/c++ -isystem ${_gcc_dir}/include/c++/${_triplet} -isystem ${_gcc_dir}/include/c++/backward")
 set(CMAKE_CXX_FLAGS_INIT "${_cxx_includes}")
 # GCC's posix thread model needs winpthreads, which the GCC driver adds by itself.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-L${_gcc_dir}")

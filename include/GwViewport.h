@@ -71,7 +71,7 @@ private:
     // The background colour as a COLORREF.
     unsigned long backgroundRef() const;
 
-    unsigned long long mReserved;
+    [[maybe_unused]] unsigned long long mReserved;
     GwGC* mGC;
     unsigned long mColor;
 };
