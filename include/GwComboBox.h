@@ -101,6 +101,7 @@ public:
     // line that holds no copy).
     unsigned long long selected() const;
 
+    // A combo box attached to the window that GwEventData carries; null without one.
     static GwComboBox* newInstance(EventData const* data);
 
 protected:

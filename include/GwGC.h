@@ -209,19 +209,19 @@ protected:
     // Deletes the pen and brush the context made, which no device may hold selected any more.
     void releasePenAndBrush();
 
-    void* mDevice;
-    bool mOwnsDevice : 1;
-    void* mWindow;
-    unsigned long mForeground;
-    unsigned long mBackground;
-    unsigned int mTextMode;
-    unsigned int mLineWidth;
-    eLineStyle mLineStyle;
-    ePatternStyle mPatternStyle;
-    double mTextSin;
-    double mTextCos;
-    unsigned long mFixedForeground;
-    unsigned long mFixedBackground;
+    void* mDevice;                  // the HDC, null without one
+    bool mOwnsDevice : 1;           // the context releases the device when it ends
+    void* mWindow;                  // the window's HWND, null for a device of its own
+    unsigned long mForeground;      // the pen and text colour
+    unsigned long mBackground;      // the brush and text background colour
+    unsigned int mTextMode;         // the flags of setTextMode
+    unsigned int mLineWidth;        // the pen width
+    eLineStyle mLineStyle;          // the pen style
+    ePatternStyle mPatternStyle;    // the brush pattern
+    double mTextSin;                // sine of the text angle
+    double mTextCos;                // cosine of the text angle
+    unsigned long mFixedForeground; // the fixed foreground (see fixedForeground)
+    unsigned long mFixedBackground; // the fixed background (see fixedBackground)
 
 private:
     friend class GwGCWMF;

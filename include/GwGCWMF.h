@@ -53,6 +53,9 @@ public:
     // metafile and mirrored (3600 - tenths) for a Windows metafile, below 3600.
     GwGC& setFont(String const& face, int size, double angle = 0.0) override;
 
+    // How the context was made (enhanced or Windows metafile, placeable), whether the
+    // recording is still to be written to the file, the file's name, and the frame given to
+    // record.
     bool enhanced() const { return (mFileFlags & kEnhanced) != 0; }
     bool placeable() const { return (mFileFlags & kPlaceable) != 0; }
     bool modified() const { return (mFileFlags & kModified) != 0; }
@@ -61,8 +64,10 @@ public:
     GwDimension dimension() const { return GwDimension(mWidth, mHeight); }
     // The finished or loaded metafile (HENHMETAFILE), null while none is held.
     void* metafile() const;
+    // Whether a recording is in progress.
     bool recording() const { return mDevice != nullptr; }
 
+    // A context recording an enhanced metafile in memory.
     static GwGCWMF* newInstance(EventData const* data);
 
 private:

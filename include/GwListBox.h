@@ -82,6 +82,8 @@ public:
     GwListBox& setSelected(bool on);
     GwListBox& select(bool on) { return setSelected(on); }
 
+    // Whether the line with this item identifier, with an equal item, or at this position is
+    // selected; false when there is none.
     bool selected(unsigned long long id) const;
     bool selected(GwItem const& item) const;
     bool selectedAt(int position) const;
@@ -93,6 +95,7 @@ public:
     // none), not an identifier.
     unsigned long long selected() const;
 
+    // A list box attached to the window that GwEventData carries; null without one.
     static GwListBox* newInstance(EventData const* data);
 
 protected:

@@ -93,6 +93,7 @@ class VMGUI_API GwMDIClient : public GwWindow {
     GW_DECLARE_CLASS(GwMDIClient)
 
 public:
+    // How arrange places the children.
     enum eArrangeType {
         eCascade = 1,        // WM_MDICASCADE
         eTileHorizontal = 2, // WM_MDITILE, the children one below the other
@@ -124,6 +125,7 @@ public:
     static GwMDIClient* newInstance(EventData const* data);
 
 protected:
+    // A client for an existing window (bound and subclassed).
     explicit GwMDIClient(void* handle);
 
     // Mouse buttons, keys and clicks go to the handlers first: answered with 1 when taken.
@@ -166,6 +168,7 @@ public:
     static GwMDIChildFrame* newInstance(EventData const* data);
 
 protected:
+    // A child frame for an existing window (bound and subclassed).
     explicit GwMDIChildFrame(void* handle);
 
     long long msgHandler(unsigned long long msg, unsigned long long wParam,

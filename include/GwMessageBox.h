@@ -50,8 +50,10 @@ public:
     // Shows the box, whatever the argument, and returns when it has been answered.
     GwMessageBox& setVisible(bool visible) override;
 
+    // The text shown in the box.
     GwMessageBox& setMessage(String const& message);
     String const& message() const { return mMessage; }
+    // The title (setText sets it).
     String const& title() const { return mTitle; }
     // The owner frame, null for none.
     GwFrame* ownerFrame() const { return mOwnerFrame; }

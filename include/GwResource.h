@@ -73,6 +73,7 @@ public:
     // class and style (GwWindowClass::mappedClassName); null when none can be made.
     static GwWindow* createChild(void* window);
 
+    // A reference to the executable.
     static GwResource* newInstance(EventData const* data);
 
 protected:

@@ -27,16 +27,21 @@ public:
     GwTabItem(unsigned long long id, unsigned long long textId, String const& resource);
     GwTabItem(unsigned long long id, unsigned long long textId, unsigned long long windowId,
               String const& resource);
+    // Copies identifiers, caption and resource name.
     GwTabItem(GwTabItem const&) = default;
     GwTabItem& operator=(GwTabItem const&) = default;
     ~GwTabItem() override;
 
     GwTabItem& setText(String const& text) override;
     String const& text() const override;
+    // The name of the module the caption string and the page template are loaded from (the
+    // executable when empty).
     GwTabItem& setResource(String const& resource);
     String const& resource() const { return mResource; }
+    // The string resource of the caption.
     GwTabItem& setTextId(unsigned long long textId);
     unsigned long long textId() const { return mTextId; }
+    // The dialog template of the tab's page.
     GwTabItem& setWindowId(unsigned long long windowId);
     unsigned long long windowId() const { return mWindowId; }
 
@@ -104,9 +109,11 @@ public:
     // identifier of the current tab's item (all bits set when no tab is current).
     unsigned long long selected() const;
 
+    // A tab control attached to the window that GwEventData carries; null without one.
     static GwTab* newInstance(EventData const* data);
 
 protected:
+    // Attaches to an existing window; without one, a tab control with no window.
     explicit GwTab(void* hwnd = nullptr);
 
     // For a subclassed tab control: the base's clean-up, then remove().
