@@ -137,6 +137,7 @@ public:
     // The menu of the identifier: from the frame's menu cache, else loaded from the
     // frame's resource and cached (owned by the frame). Null when the resource lacks it.
     GwMenu* menu(unsigned long long id);
+    // The menu bar (null for none) and the library menus merged into it (eMenuStyle bits).
     GwMenu* menuBar() const { return mMenuBar; }
     int menuStyle() const { return mMenuStyle; }
     // The menu whose entry the pointer selected last (null outside menus).
@@ -186,6 +187,7 @@ public:
     // The help mode of the process: 0, or the GwWM_Message code of the help request being
     // answered (0x1010 Shift+F1, 0x1011 F1, 0x1012 open the help file with the shell).
     static unsigned int gHelpMode;
+    // Registers the window class "GwFrame".
     static GwRegister gStartup;
 
 protected:

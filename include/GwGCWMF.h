@@ -22,6 +22,7 @@ public:
     // file may be null (a context that never touches a file). placeable applies only to a
     // Windows metafile (enhanced false).
     explicit GwGCWMF(char const* file = nullptr, bool enhanced = true, bool placeable = false);
+    // Takes the file, the flags and the frame, and shares the held metafile.
     GwGCWMF(GwGCWMF const& other);
     GwGCWMF& operator=(GwGCWMF const& other);
     // Ends a recording, writes the file when the recording was modified and a file is

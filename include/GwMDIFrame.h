@@ -104,6 +104,7 @@ public:
     // The client of frame with identifier id. Its window menu is the second-last popup of
     // the frame's menu bar as it is now (none without a bar or with a single popup).
     GwMDIClient(GwMDIFrame& frame, unsigned long long id);
+    // Memberwise: both objects name the same window.
     GwMDIClient(GwMDIClient const& other);
     GwMDIClient& operator=(GwMDIClient const& other);
     ~GwMDIClient() override;
@@ -114,6 +115,7 @@ public:
     GwMDIClient& setActive(GwMDIChildFrame& child, bool forward);
     // Activates the child after the active one (forward) or before it.
     GwMDIClient& setActive(bool forward);
+    // Maximizes child, or restores it.
     GwMDIClient& setMaximized(GwMDIChildFrame& child, bool maximized);
     // Other values do nothing.
     GwMDIClient& setArrange(eArrangeType type);
@@ -149,6 +151,7 @@ class VMGUI_API GwMDIChildFrame : public GwFrame {
 public:
     // A new child of frame's client, taking the frame's help file.
     explicit GwMDIChildFrame(GwMDIFrame& frame);
+    // As for every frame, a copy has no window of its own.
     GwMDIChildFrame(GwMDIChildFrame const& other);
     GwMDIChildFrame& operator=(GwMDIChildFrame const& other);
     // A window still bound is destroyed through its client.
@@ -162,6 +165,7 @@ public:
 
     // Activates the child (true) or the one after it (false).
     GwMDIChildFrame& setActive(bool active);
+    // Maximizes the child, or restores it.
     GwMDIChildFrame& setMaximized(bool maximized);
 
     // A child wrapping the window that a GwEventData carries; null without one.

@@ -32,6 +32,7 @@ public:
     GwQuillEdit(GwWindow const& parent, void* document, String const& fileName);
     // As the String form (a string literal would otherwise choose the bool form).
     GwQuillEdit(GwWindow const& parent, void* document, char const* fileName);
+    // Leaves the edit area working for the editor (its messages still reach it).
     ~GwQuillEdit() override;
 
     // Null: an editor window is made only from its document.

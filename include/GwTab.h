@@ -83,6 +83,7 @@ public:
     // last tab, appends. The pages are laid out also when the new tab is current at once
     // (the first tab of an empty control), which the platform does not notify.
     GwTab& addAt(int position, GwItem const& item);
+    // Removes the tabs equal to the item, or whose item has the identifier.
     GwTab& remove(GwItem const& item) override;
     GwTab& remove(unsigned long long id);
     // Nothing for a position past the last tab.
@@ -94,6 +95,7 @@ public:
     // item (one for each of the two).
     GwItem const& item(unsigned long long id) const;
     GwItem const& itemAt(int position) const;
+    // The number of tabs.
     int size() const;
 
     // Selection goes through TCM_SETCURFOCUS, so that the pages are laid out.

@@ -20,6 +20,7 @@ public:
     FileIO();
     // Opens the file; eWrite creates or truncates it.
     FileIO(char const* path, eMode mode);
+    // Closes the file.
     ~FileIO();
 
     FileIO(FileIO const&) = delete;

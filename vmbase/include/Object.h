@@ -49,6 +49,7 @@ public:
     void removeEvent(Object* listener);
     // Whether listener is listening to this object.
     bool hasListener(Object const* listener) const;
+    // How many listeners the object has.
     long listenerCount() const;
 
     // The class record of Object.
