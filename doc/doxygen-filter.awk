@@ -74,16 +74,20 @@ function ends_run(s,    t) {
 
 # Writes the buffered comment and run; a run of two or more whole declarations becomes a
 # member group.
-function flush(    i, group, out) {
+function flush(    i, group, out, indent, text) {
     group = (count > commentLines && depth == 0 && statements >= 2 && lastEnds)
     for (i = 1; i <= count; i++) {
         out = buffer[i]
-        if (i <= commentLines) {
+        if (i <= commentLines && !group) {
             out = doc_comment(out)
-            if (group && i == 1) {
-                match(out, /^[ \t]*/)
-                out = substr(out, 1, RLENGTH) "/**@{*/ " substr(out, RLENGTH + 1)
-            }
+        } else if (i <= commentLines) {
+            # The group opens on the comment's first line, so the comment becomes one C-style
+            # block after the marker (a "///" comment after it would lose its later lines).
+            match(out, /^[ \t]*/)
+            indent = substr(out, 1, RLENGTH)
+            text = substr(out, RLENGTH + 3)
+            gsub(/\*\//, "* /", text)
+            out = indent (i == 1 ? "/**@{*/ /**" : "   ") text (i == commentLines ? " */" : "")
         } else {
             out = doc_code(out)
             if (group && i == count)
