@@ -22,12 +22,11 @@ if(NOT IS_DIRECTORY "${_gcc_dir}/include/c++")
 endif()
 set(_cxx_includes "-isystem ${_gcc_dir}/include/c++ -isystem ${_gcc_dir}/include/c++/${_triplet} -isystem ${_gcc_dir}/include/c++/backward")
 set(CMAKE_CXX_FLAGS_INIT "${_cxx_includes}")
-# GCC's posix thread model needs winpthreads, which the GCC driver adds by itself.
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-L${_gcc_dir}")
-set(CMAKE_SHARED_LINKER_FLAGS_INIT "-L${_gcc_dir}")
-set(CMAKE_MODULE_LINKER_FLAGS_INIT "-L${_gcc_dir}")
-set(CMAKE_CXX_STANDARD_LIBRARIES "-lpthread" CACHE STRING "Libraries every C++ program links")
-set(CMAKE_C_STANDARD_LIBRARIES "-lpthread" CACHE STRING "Libraries every C program links")
+# The libraries of that GCC; its posix thread model needs winpthreads, which -pthread links
+# (the GCC driver adds it by itself).
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-L${_gcc_dir} -pthread")
+set(CMAKE_SHARED_LINKER_FLAGS_INIT "-L${_gcc_dir} -pthread")
+set(CMAKE_MODULE_LINKER_FLAGS_INIT "-L${_gcc_dir} -pthread")
 # Where the runtime DLLs that the programs load are found (see MinGWRuntime.cmake).
 set(VMGUI_MINGW_RUNTIME_DIRS ${_gcc_dir} /usr/${_triplet}/lib)
 

@@ -32,6 +32,7 @@ public:
     bool operator==(Object const& other) const override;
     // Three-way: -1 when this identifier is smaller, 1 when it differs otherwise, 0 equal.
     int operator!=(Object const& other) const override;
+    GW_DECLARE_COMPARISON(GwItem)
 
     // The text, as text() returns it.
     operator char const*() const { return text().c_str(); }
@@ -76,6 +77,7 @@ public:
     // By identifier as GwItem does; equal identifiers then by text (-1 when this text
     // sorts first, 1 when it differs otherwise, 0 when equal).
     int operator!=(Object const& other) const override;
+    GW_DECLARE_COMPARISON(GwTextItem)
 
     // Identifier and text of the item that GwEventData carries, else a fresh identifier.
     static GwTextItem* newInstance(EventData const* data);

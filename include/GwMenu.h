@@ -51,6 +51,7 @@ public:
     bool operator==(Object const& other) const override;
     // Three-way by identifier, as GwItem.
     int operator!=(Object const& other) const override;
+    GW_DECLARE_COMPARISON(GwMenuItem)
 
     GwMenuItem& setText(String const& text) override;
     String const& text() const override;

@@ -15,6 +15,18 @@ public:                                                                         
     ::Class const* isA() const override;                                                           \
     Type& operator=(::Object const& other) override;
 
+// In the body of a class that overrides the comparisons with any Object: the same
+// comparisons between two objects of the class. Without them, a == b on two such objects is
+// ambiguous under C++20 with its reversed form b == a (the parameter, an Object, is a base of
+// the object's own type), which compilers reject or warn about.
+#define GW_DECLARE_COMPARISON(Type)                                                                \
+    bool operator==(Type const& other) const {                                                     \
+        return operator==(static_cast<::Object const&>(other));                                    \
+    }                                                                                              \
+    int operator!=(Type const& other) const {                                                      \
+        return operator!=(static_cast<::Object const&>(other));                                    \
+    }
+
 // The factory that class records of classes that cannot be made by name share.
 VMGUI_API ::Object* gwNullFactory(::EventData const* data);
 

@@ -51,6 +51,7 @@ public:
     bool operator==(Object const& other) const override;
     // 1 when the keys differ, 0 when they are equal.
     int operator!=(Object const& other) const override;
+    GW_DECLARE_COMPARISON(GwRcDataItem)
 
     // Always null: an item is not made by name.
     static GwRcDataItem* newInstance(EventData const* data);

@@ -31,6 +31,7 @@ public:
     bool operator==(Object const& other) const override;
     // 1 when the values differ, else 0.
     int operator!=(Object const& other) const override;
+    GW_DECLARE_COMPARISON(GwUserData)
 
     // User data with a null value.
     static GwUserData* newInstance(EventData const* data);
