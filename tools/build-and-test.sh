@@ -2,14 +2,19 @@
 # Sets up the machine, builds everything and runs all tests:
 #   1. VmBase and the attribute-data parser natively under AddressSanitizer and
 #      UndefinedBehaviorSanitizer, and the parsers' fuzz targets for a bounded time;
-#   2. the Windows build (VmBase.dll, VmGui.dll, tests, tools) with MinGW-w64;
+#   2. the Windows build (VmBase.dll, VmGui.dll, tests, tools, the API reference) with
+#      MinGW-w64 GCC;
 #   3. installation and a consumer project built against the installed CMake package;
-#   4. every test executable under Wine, headless; CTest's summary ends the output.
+#   4. the same build, installation and consumer with clang on the MinGW-w64 headers and
+#      libraries, warnings as errors, and its tests under Wine;
+#   5. every test executable of the GCC build under Wine, headless; CTest's summary ends the
+#      output.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build="${VMGUI_BUILD_DIR:-$root/build}"
 native="$build-native"
+clang="$build-clang"
 jobs=$(nproc)
 
 bash "$root/tools/setup.sh"
@@ -38,6 +43,22 @@ cmake -S "$root/examples/consumer" -B "$build/consumer" -G Ninja \
 cmake --build "$build/consumer"
 cp "$build/install/bin/"*.dll "$build/consumer/"
 VMGUI_WINEPREFIX="$build/wineprefix" "$root/tools/wine-run.sh" "$build/consumer/consumer.exe"
+
+echo "== Windows build with clang, warnings as errors"
+cmake -S "$root" -B "$clang" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+    -DCMAKE_TOOLCHAIN_FILE="$root/cmake/clang-mingw-w64-x86_64.cmake" \
+    -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DVMGUI_BUILD_DOCS=OFF >/dev/null
+cmake --build "$clang" -j "$jobs"
+rm -rf "$clang/install"
+cmake --install "$clang" --prefix "$clang/install" >/dev/null
+cmake -S "$root/examples/consumer" -B "$clang/consumer" -G Ninja \
+    -DCMAKE_TOOLCHAIN_FILE="$root/cmake/clang-mingw-w64-x86_64.cmake" \
+    -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DCMAKE_PREFIX_PATH="$clang/install" >/dev/null
+cmake --build "$clang/consumer"
+cp "$clang/install/bin/"*.dll "$clang/consumer/"
+VMGUI_WINEPREFIX="$clang/wineprefix" "$root/tools/wine-run.sh" "$clang/consumer/consumer.exe"
+echo "== Tests of the clang build under Wine"
+ctest --test-dir "$clang" --output-on-failure -j "$jobs"
 
 echo "== Tests under Wine"
 ctest --test-dir "$build" --output-on-failure -j "$jobs"
