@@ -30,12 +30,4 @@ set(CMAKE_MODULE_LINKER_FLAGS_INIT "-L${_gcc_dir} -pthread")
 # Where the runtime DLLs that the programs load are found (see MinGWRuntime.cmake).
 set(VMGUI_MINGW_RUNTIME_DIRS ${_gcc_dir} /usr/${_triplet}/lib)
 
-set(CMAKE_FIND_ROOT_PATH /usr/${_triplet})
-set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)
-
-if(NOT DEFINED CMAKE_CROSSCOMPILING_EMULATOR)
-    set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/../tools/wine-run.sh")
-endif()
+include(${CMAKE_CURRENT_LIST_DIR}/mingw-w64-sysroot.cmake)
