@@ -74,7 +74,15 @@ function ends_run(s,    t) {
 
 # Writes the buffered comment and run; a run of two or more whole declarations becomes a
 # member group.
-function flush(    i, group, out, indent, text) {
+function flush(    i, group, out, indent, text, last) {
+    # A destructor that ends the run stays out of the group: it needs no words of its own,
+    # and the comment describes what comes before it.
+    last = count
+    if (count > commentLines + 1 && trim(buffer[count]) ~ /^(virtual[ \t]+)?~/ &&
+        ends_statement(buffer[count]) && ends_statement(buffer[count - 1])) {
+        last = count - 1
+        statements--
+    }
     group = (count > commentLines && depth == 0 && statements >= 2 && lastEnds)
     for (i = 1; i <= count; i++) {
         out = buffer[i]
@@ -90,7 +98,7 @@ function flush(    i, group, out, indent, text) {
             out = indent (i == 1 ? "/**@{*/ /**" : "   ") text (i == commentLines ? " */" : "")
         } else {
             out = doc_code(out)
-            if (group && i == count)
+            if (group && i == last)
                 out = out " /**@}*/"
         }
         print out
