@@ -63,8 +63,8 @@ public:
     // The name, or when none is set, the name of the object's run-time class.
     String name() const;
 
-    // The help file that frames open; without one, a file named after the application
-    // beside the executable.
+    // The help file of frames without a help file of their own; without one, a file named
+    // after the application beside the executable.
     GwApplication& setHelpName(String const& name);
     // Empty until set.
     String const& HelpName() const { return mHelpName; }

@@ -82,7 +82,7 @@ public:
     virtual int cbShow(GwWindow& window);
     // The window's own timer (startTimer) ticked.
     virtual int cbTimer(GwWindow& window);
-    // A control's value changed: a button's check state, an edit field's number.
+    // A control's value changed (a button's new check state).
     virtual int cbValue(GwWindow& window, unsigned int value);
     // A control's notification code (the editor window's notifications among them).
     virtual int cbNotify(GwWindow& window, unsigned int code);

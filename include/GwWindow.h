@@ -114,7 +114,7 @@ public:
     virtual int translateY(int y, bool ofParent) const;
 
 protected:
-    // Called when the window is made; true when it may be used.
+    // A set-up step for derived windows to give meaning to; answers true here.
     virtual bool initInstance();
     // Called when the window is destroyed: deletes the objects of the remaining children
     // and destroys the children without one.
