@@ -34,29 +34,30 @@ cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
     -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" >/dev/null
 cmake --build "$build" -j "$jobs"
 
+# Installs a Windows build to <build>/install, builds the consumer against it with the same
+# toolchain file and runs it under Wine.
+install_and_consume() {
+    local tree="$1" toolchain="$2"
+    shift 2
+    rm -rf "$tree/install"
+    cmake --install "$tree" --prefix "$tree/install" >/dev/null
+    cmake -S "$root/examples/consumer" -B "$tree/consumer" -G Ninja \
+        -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_PREFIX_PATH="$tree/install" "$@" >/dev/null
+    cmake --build "$tree/consumer"
+    cp "$tree/install/bin/"*.dll "$tree/consumer/"
+    VMGUI_WINEPREFIX="$tree/wineprefix" "$root/tools/wine-run.sh" "$tree/consumer/consumer.exe"
+}
+
 echo "== Installed package and a consumer"
-rm -rf "$build/install"
-cmake --install "$build" --prefix "$build/install" >/dev/null
-cmake -S "$root/examples/consumer" -B "$build/consumer" -G Ninja \
-    -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" \
-    -DCMAKE_PREFIX_PATH="$build/install" >/dev/null
-cmake --build "$build/consumer"
-cp "$build/install/bin/"*.dll "$build/consumer/"
-VMGUI_WINEPREFIX="$build/wineprefix" "$root/tools/wine-run.sh" "$build/consumer/consumer.exe"
+install_and_consume "$build" "$root/cmake/mingw-w64-x86_64.cmake"
 
 echo "== Windows build with clang, warnings as errors"
 cmake -S "$root" -B "$clang" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
     -DCMAKE_TOOLCHAIN_FILE="$root/cmake/clang-mingw-w64-x86_64.cmake" \
     -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DVMGUI_BUILD_DOCS=OFF >/dev/null
 cmake --build "$clang" -j "$jobs"
-rm -rf "$clang/install"
-cmake --install "$clang" --prefix "$clang/install" >/dev/null
-cmake -S "$root/examples/consumer" -B "$clang/consumer" -G Ninja \
-    -DCMAKE_TOOLCHAIN_FILE="$root/cmake/clang-mingw-w64-x86_64.cmake" \
-    -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DCMAKE_PREFIX_PATH="$clang/install" >/dev/null
-cmake --build "$clang/consumer"
-cp "$clang/install/bin/"*.dll "$clang/consumer/"
-VMGUI_WINEPREFIX="$clang/wineprefix" "$root/tools/wine-run.sh" "$clang/consumer/consumer.exe"
+install_and_consume "$clang" "$root/cmake/clang-mingw-w64-x86_64.cmake" \
+    -DCMAKE_COMPILE_WARNING_AS_ERROR=ON
 echo "== Tests of the clang build under Wine"
 ctest --test-dir "$clang" --output-on-failure -j "$jobs"
 
