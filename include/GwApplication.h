@@ -7,6 +7,9 @@
 
 class GwResource;
 
+// The application object of a process: its arguments, names, start-up hooks and message
+// loop.
+//
 // An application derives its own class from GwApplication; the program's entry code
 // constructs it, sets the arguments and calls run().
 //

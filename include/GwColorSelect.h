@@ -3,6 +3,8 @@
 
 #include "GwDialog.h"
 
+// The colour dialog of the platform.
+//
 // Shows ChooseColorA modally from setVisible, whatever its argument, owned by a frame and
 // starting with the colour set; makes no window of its own. result() is non-zero when the
 // user confirmed; a cancelled dialog leaves result() 0 and the colour as it was. The sixteen

@@ -11,6 +11,8 @@ class GwEditField;
 class GwLines;
 struct GwLineChannel;
 
+// A drop-down combo box: an edit field that holds a number, over a list of item lines.
+//
 // The lines behave exactly as those of GwListBox (the same implementation with the combo
 // box's messages): copies of items as item data, owned by the combo box, searches by
 // identifier and by item equality, replacement of an equal line, addAt(0, …) appending, and

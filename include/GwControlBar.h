@@ -5,6 +5,8 @@
 #include "GwObjectTable.h"
 #include "GwWindow.h"
 
+// The base of the bars that a frame stacks along its edges.
+//
 // A control bar tells its frame how much room it needs along an edge (calculate) and offers
 // a drag gesture that follows the pointer with a focus rectangle drawn on the desktop
 // (dragBegin). The status bar and tool bars derive from it.

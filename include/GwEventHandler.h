@@ -16,6 +16,9 @@ enum : int {
     GwResultNoBubble = 8  // do not bubble further, without claiming the event
 };
 
+// The callbacks that application code attaches to windows: derive from it and override the
+// callbacks of the events to answer.
+//
 // A counted handler belongs to the windows it is attached to: each attachment holds a
 // reference and the last release deletes it. An uncounted one belongs to the application.
 //

@@ -5,6 +5,8 @@
 
 #include "GwDialog.h"
 
+// The open and save dialogs of the platform.
+//
 // Shows GetOpenFileNameA or GetSaveFileNameA modally from setVisible, whatever its argument,
 // and makes no window of its own; result() is non-zero when the user confirmed, 0 when the
 // dialog was cancelled or failed. The chosen paths come from an Iterator made from the

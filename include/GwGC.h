@@ -9,6 +9,8 @@
 
 class GwWindow;
 
+// The drawing surface of a window, with an upward y axis.
+//
 // A GwGC wraps the device context (HDC) of a window. Preparing the device fixes the
 // coordinate system: one logical unit is one pixel, logical (0, 0) is the bottom-left corner
 // of the client area and y grows upwards. Every context selects the process-wide halftone

@@ -5,6 +5,9 @@
 
 #include "GwGC.h"
 
+// A graphics context that records a metafile, to play it, put it on the clipboard or write it
+// to a file.
+//
 // Draws like a GwGC, in the same upward coordinates, into an enhanced metafile in memory:
 // the recording device's y axis points down, so every drawing operation turns the library's
 // y into height - y (the dimension's height). The recording can be played into another

@@ -9,6 +9,8 @@
 class GwLines;
 struct GwLineChannel;
 
+// A list box whose lines are items.
+//
 // Each line shows an item's text and keeps the list's own copy of the item (made by the
 // item class's factory) as its item data, so that lines are found, selected and removed by
 // item identifier or item equality as well as by position. The list owns the copies: they

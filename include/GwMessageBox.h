@@ -5,6 +5,8 @@
 
 #include "GwDialog.h"
 
+// A message box of the platform.
+//
 // Message, title, button set and icon are set on the object; setVisible shows the box with
 // MessageBoxA, which blocks until the user answers, and result() then tells the button
 // pressed (IDOK 1, IDCANCEL 2, IDABORT 3, IDRETRY 4, IDIGNORE 5, IDYES 6, IDNO 7). The object

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+// A growable table of non-owning pointers with stable slot numbers.
+//
 // Slots are reused lowest first: adding takes the first empty slot or the one that already
 // holds the pointer, else appends. A full array grows by 100 slots. Removing empties the
 // slot and drops trailing empty slots from the count. Walks stop at the first empty slot.

@@ -5,6 +5,8 @@
 
 #include "GwWindow.h"
 
+// A document of the rich-text editor inside a window of the application.
+//
 // Binds the editor's edit area (a window of the class "QuillEditArea", the first child of
 // the first child of the parent, or one of its siblings) and subclasses it, so that it
 // behaves like any library window: mouse buttons, keys and clicks go to the attached

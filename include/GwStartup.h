@@ -4,6 +4,8 @@
 #include "GwObject.h"
 #include "GwObjectTable.h"
 
+// A process-wide start-up and tear-down hook, run by the application object.
+//
 // Constructing a hook enrols it in allStartup; destroying it leaves the table (which is
 // freed when its last entry leaves). Owners derive a nested GwRegister class and keep one
 // static instance of it.

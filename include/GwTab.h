@@ -41,7 +41,8 @@ public:
     // The string resource of the caption.
     GwTabItem& setTextId(unsigned long long textId);
     unsigned long long textId() const { return mTextId; }
-    // The dialog template of the tab's page.
+    // The page: the control identifier of a window beside or under the tab control, or else
+    // of a dialog template.
     GwTabItem& setWindowId(unsigned long long windowId);
     unsigned long long windowId() const { return mWindowId; }
 
@@ -55,6 +56,8 @@ private:
     unsigned long long mWindowId;
 };
 
+// A tab control whose tabs show page windows.
+//
 // Each tab holds the control's own copy of its GwTabItem as its parameter (TCITEM lParam);
 // the control owns the copies. When the current tab changes (TCN_SELCHANGE), the tab control
 // sends the select event, shows the current tab's page over its display area and hides the

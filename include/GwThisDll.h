@@ -4,6 +4,8 @@
 #include "GwObject.h"
 #include "GwResource.h"
 
+// The library's own module.
+//
 // Exactly one instance exists while the library is loaded: the library's entry point
 // creates it on process attach and deletes it on process detach.
 class VMGUI_API GwThisDll : public GwObject {

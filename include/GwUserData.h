@@ -5,6 +5,8 @@
 
 class GwWindow;
 
+// A value of the application kept with a window (GwWindow::setUserData).
+//
 // The conversions other than void* answer 0 or null here; an application derives from
 // this class to give them meaning.
 class VMGUI_API GwUserData : public GwObject {

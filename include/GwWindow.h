@@ -12,6 +12,8 @@ class GwEventHandler;
 class GwItem;
 class GwUserData;
 
+// The base of every window object: one platform window bound to one object.
+//
 // The object's address lives in the window's GWLP_USERDATA slot; that slot is the only map
 // from handle to object. A bound window is subclassed with gMsgHandler, which hands every
 // message to the virtual msgHandler and from there to dispatchEvent and the attached

@@ -6,6 +6,9 @@
 class Object;
 class EventData;
 
+// The run-time record of a class: its name, its parents' names, its instance size and its
+// factory.
+//
 // One record per class. Records are meant to be static objects: the name and the
 // parent-name list are not copied and must outlive the record. A record is found by its
 // exact name through a hash index; destroying the record removes it from the index.

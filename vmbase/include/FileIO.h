@@ -8,6 +8,8 @@
 
 class String;
 
+// A binary stream over a file, for the stream operators of Object.
+//
 // Numbers are written little-endian with a fixed width; a String as a 32-bit length and
 // its bytes. A failed read or write marks the stream failed; later operations on a failed
 // stream do nothing until clear().
