@@ -6,6 +6,7 @@
 
 #include "GwRcDataParser.h"
 #include "RcAttrWriter.h"
+#include "RcScriptData.h"
 
 namespace {
 
@@ -27,45 +28,6 @@ Read read(std::string const& text) {
     Read result;
     result.ok = rcAttrRead(text, result.resources, result.messages);
     return result;
-}
-
-// The bytes of the quoted strings of a resource script between BEGIN and END, decoded as
-// the resource compiler does (octal escapes; no terminator is added).
-std::vector<std::string> scriptData(std::string const& script) {
-    std::vector<std::string> blocks;
-    std::size_t pos = 0;
-    while ((pos = script.find("\nBEGIN\n", pos)) != std::string::npos) {
-        std::size_t end = script.find("\nEND\n", pos);
-        std::string bytes;
-        bool inString = false;
-        bool inComment = false;
-        for (std::size_t i = pos + 7; i < end; ++i) {
-            char c = script[i];
-            if (inComment) {
-                if (c == '*' && script[i + 1] == '/') {
-                    inComment = false;
-                    ++i;
-                }
-            } else if (!inString) {
-                if (c == '"')
-                    inString = true;
-                else if (c == '/' && script[i + 1] == '*')
-                    inComment = true;
-            } else if (c == '"') {
-                inString = false;
-            } else if (c == '\\') {
-                int value =
-                    (script[i + 1] - '0') * 64 + (script[i + 2] - '0') * 8 + (script[i + 3] - '0');
-                bytes += static_cast<char>(value);
-                i += 3;
-            } else {
-                bytes += c;
-            }
-        }
-        blocks.push_back(bytes);
-        pos = end;
-    }
-    return blocks;
 }
 
 std::string const kSample = R"(# Attributes of dialog 1000 and menu 2000.
@@ -262,7 +224,7 @@ TEST(RcAttrScript, StringsCarryExactlyTheBytes) {
     // Nothing that a preprocessor or resource compiler could take for something else.
     EXPECT_EQ(script.find("??"), std::string::npos);
 
-    std::vector<std::string> blocks = scriptData(script);
+    std::vector<std::string> blocks = rcScriptData(script);
     ASSERT_EQ(blocks.size(), 2u);
     for (std::size_t i = 0; i < blocks.size(); ++i) {
         std::vector<GwRcDataRecord> records;
@@ -283,7 +245,7 @@ TEST(RcAttrScript, ExampleBytes) {
     resources[0].entries.push_back({exampleEntries()[0], "control 1001", 1});
     std::string script, error;
     ASSERT_TRUE(rcAttrScript(resources, "x.txt", script, error));
-    std::vector<std::string> blocks = scriptData(script);
+    std::vector<std::string> blocks = rcScriptData(script);
     ASSERT_EQ(blocks.size(), 1u);
     EXPECT_EQ(blocks[0], kExampleBytes);
 }

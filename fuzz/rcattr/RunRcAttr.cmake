@@ -1,4 +1,4 @@
-# Runs rcattr and checks its exit code, its standard error and the script it wrote.
+# Runs rcattr (or rctoolbar) and checks its exit code, its standard error and the script it wrote.
 #     cmake -DRCATTR=program [-DINPUT=file -DOUTPUT=file] -DRESULT=code
 #           [-DEXPECT_ERR=text] [-DEXPECT_OUT=text in the script] -P RunRcAttr.cmake
 set(arguments)

@@ -26,7 +26,8 @@ struct GwToolBarResource {
 // promises more identifiers than the bytes hold; nothing is taken from such a resource.
 bool gwParseToolBarResource(void const* data, std::size_t size, GwToolBarResource& result);
 
-// The bytes of a resource with the given header fields and identifiers.
+// The bytes of a resource with the given header fields and identifiers. Empty when there are
+// more than 65535 identifiers, which the 16-bit count cannot carry.
 std::vector<unsigned char> gwWriteToolBarResource(std::uint16_t version, std::uint16_t width,
                                                   std::uint16_t height,
                                                   std::vector<std::uint16_t> const& ids);
