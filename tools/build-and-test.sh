@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Sets up the machine, builds everything and runs all tests:
-#   1. VmBase and the attribute-data parser natively under AddressSanitizer and
-#      UndefinedBehaviorSanitizer, and the parsers' fuzz targets for a bounded time;
+#   1. VmBase, the platform-neutral parsers and the resource-script writers natively under
+#      AddressSanitizer and UndefinedBehaviorSanitizer, and the parsers' fuzz targets for a
+#      bounded time;
 #   2. the Windows build (VmBase.dll, VmGui.dll, tests, tools) with MinGW-w64;
 #   3. installation and a consumer project built against the installed CMake package;
 #   4. every test executable under Wine, headless; CTest's summary ends the output.
@@ -14,7 +15,7 @@ jobs=$(nproc)
 
 bash "$root/tools/setup.sh"
 
-echo "== VmBase and the attribute-data parser, native, with sanitizers"
+echo "== VmBase, the parsers and the script writers, native, with sanitizers"
 cmake -S "$root" -B "$native" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVMGUI_SANITIZE=ON \
     -DCMAKE_CXX_COMPILER=g++ -DCMAKE_C_COMPILER=gcc >/dev/null
 cmake --build "$native" -j "$jobs"
@@ -35,7 +36,8 @@ cmake --install "$build" --prefix "$build/install" >/dev/null
 cmake -S "$root/examples/consumer" -B "$build/consumer" -G Ninja \
     -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" \
     -DCMAKE_PREFIX_PATH="$build/install" >/dev/null
-cmake --build "$build/consumer"
+# Its tool-bar resource is written by the installed rctoolbar, run through Wine.
+VMGUI_WINEPREFIX="$build/wineprefix" cmake --build "$build/consumer"
 cp "$build/install/bin/"*.dll "$build/consumer/"
 VMGUI_WINEPREFIX="$build/wineprefix" "$root/tools/wine-run.sh" "$build/consumer/consumer.exe"
 
