@@ -6,7 +6,7 @@
 
 #include "GwRcDataParser.h"
 #include "RcAttrWriter.h"
-#include "RcScriptData.h"
+#include "RcScriptTesting.h"
 
 namespace {
 
@@ -148,11 +148,7 @@ TEST(RcAttrText, EmptyBlockAndEmptyText) {
 }
 
 TEST(RcAttrText, ReportsMistakesWithTheirLine) {
-    struct Case {
-        char const* text;
-        int line;
-        char const* message;
-    } const cases[] = {
+    RcMistake const mistakes[] = {
         {"attributes 1\ncontrl 5\n", 2, "unknown keyword 'contrl'"},
         {"attributes 1\ncontrol 5\n  HelpId = 65536\n", 3, "out of range (0 to 65535)"},
         {"attributes 1\ncontrol 5\n  HelpId = -1\n", 3, "out of range"},
@@ -187,15 +183,7 @@ TEST(RcAttrText, ReportsMistakesWithTheirLine) {
         {"attributes 1\nattributes 2\nattributes 1\n", 3, "repeat line 1"},
         {"1000\n", 1, "begins with a keyword or a key"},
     };
-    for (Case const& c : cases) {
-        Read result = read(c.text);
-        EXPECT_FALSE(result.ok) << c.text;
-        ASSERT_EQ(result.messages.size(), 1u) << c.text;
-        EXPECT_FALSE(result.messages[0].warning) << c.text;
-        EXPECT_EQ(result.messages[0].line, c.line) << c.text;
-        EXPECT_NE(result.messages[0].text.find(c.message), std::string::npos)
-            << c.text << " -> " << result.messages[0].text;
-    }
+    rcExpectMistakes(mistakes, read);
 }
 
 TEST(RcAttrText, WarnsAboutRepeatsThatLookupsSkip) {

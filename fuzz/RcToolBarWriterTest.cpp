@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "GwToolBarResource.h"
-#include "RcScriptData.h"
+#include "RcScriptTesting.h"
 #include "RcToolBarWriter.h"
 
 namespace {
@@ -51,32 +51,15 @@ TEST(RcToolBarText, ReadsBlocksButtonsAndSeparators) {
     EXPECT_TRUE(result.messages.empty());
     ASSERT_EQ(result.toolBars.size(), 2u);
 
-    RcToolBar const& first = result.toolBars[0];
-    EXPECT_EQ(first.id, 300u);
-    EXPECT_EQ(first.line, 2);
-    EXPECT_EQ(first.version, 1);
-    EXPECT_EQ(first.width, 16);
-    EXPECT_EQ(first.height, 15);
-    EXPECT_EQ(first.ids, (std::vector<std::uint16_t>{10, 0, 11}));
-
-    RcToolBar const& second = result.toolBars[1];
-    EXPECT_EQ(second.id, 301u);
-    EXPECT_EQ(second.line, 8);
-    EXPECT_EQ(second.version, 2);
-    EXPECT_EQ(second.width, 32);
-    EXPECT_EQ(second.height, 24);
-    EXPECT_EQ(second.ids, (std::vector<std::uint16_t>{0, 0xFFFF, 1}));
+    EXPECT_EQ(result.toolBars[0], (RcToolBar{300, 2, 1, 16, 15, {10, 0, 11}}));
+    EXPECT_EQ(result.toolBars[1], (RcToolBar{301, 8, 2, 32, 24, {0, 0xFFFF, 1}}));
 }
 
 TEST(RcToolBarText, WindowsLineEndsNoFinalLineEndAndLimits) {
     Read result = read("toolbar 65535 width 65535 height 1 version 0\r\n  button 65535\r\nend");
     ASSERT_TRUE(result.ok) << (result.messages.empty() ? "" : result.messages[0].text);
     ASSERT_EQ(result.toolBars.size(), 1u);
-    EXPECT_EQ(result.toolBars[0].id, 65535u);
-    EXPECT_EQ(result.toolBars[0].version, 0);
-    EXPECT_EQ(result.toolBars[0].width, 65535);
-    EXPECT_EQ(result.toolBars[0].height, 1);
-    EXPECT_EQ(result.toolBars[0].ids, (std::vector<std::uint16_t>{65535}));
+    EXPECT_EQ(result.toolBars[0], (RcToolBar{65535, 1, 0, 65535, 1, {65535}}));
 }
 
 TEST(RcToolBarText, EmptyTextHasNoToolBars) {
@@ -87,11 +70,7 @@ TEST(RcToolBarText, EmptyTextHasNoToolBars) {
 }
 
 TEST(RcToolBarText, ReportsMistakesWithTheirLine) {
-    struct Case {
-        char const* text;
-        int line;
-        char const* message;
-    } const cases[] = {
+    RcMistake const mistakes[] = {
         {"toolbar 1 width 16 height 15\n  buton 10\nend\n", 2, "unknown statement 'buton'"},
         {"tolbar 1 width 16 height 15\n", 1, "unknown statement 'tolbar'"},
         {"button 10\n", 1, "'button' outside a toolbar block"},
@@ -130,15 +109,7 @@ TEST(RcToolBarText, ReportsMistakesWithTheirLine) {
         {"toolbar 1 width height 15\n", 1, "expected a number after 'width'"},
         {"300\n", 1, "a line begins with 'toolbar', 'button', 'separator' or 'end'"},
     };
-    for (Case const& c : cases) {
-        Read result = read(c.text);
-        EXPECT_FALSE(result.ok) << c.text;
-        ASSERT_EQ(result.messages.size(), 1u) << c.text;
-        EXPECT_FALSE(result.messages[0].warning) << c.text;
-        EXPECT_EQ(result.messages[0].line, c.line) << c.text;
-        EXPECT_NE(result.messages[0].text.find(c.message), std::string::npos)
-            << c.text << " -> " << result.messages[0].text;
-    }
+    rcExpectMistakes(mistakes, read);
 }
 
 TEST(RcToolBarText, WarnsAboutARepeatedButton) {
@@ -183,10 +154,9 @@ TEST(RcToolBarScript, StringsCarryExactlyTheBytes) {
         EXPECT_EQ(blocks[i], bytesOf(result.toolBars[i])) << i;
         GwToolBarResource back;
         ASSERT_TRUE(gwParseToolBarResource(blocks[i].data(), blocks[i].size(), back));
-        EXPECT_EQ(back.version, result.toolBars[i].version);
-        EXPECT_EQ(back.width, result.toolBars[i].width);
-        EXPECT_EQ(back.height, result.toolBars[i].height);
-        EXPECT_EQ(back.ids, result.toolBars[i].ids);
+        RcToolBar const& toolBar = result.toolBars[i];
+        EXPECT_EQ(back,
+                  (GwToolBarResource{toolBar.version, toolBar.width, toolBar.height, toolBar.ids}));
     }
 }
 

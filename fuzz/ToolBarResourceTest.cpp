@@ -47,13 +47,6 @@ bool parse(Bytes const& bytes, GwToolBarResource& result) {
     return parse(bytes, bytes.size(), result);
 }
 
-void expectEmpty(GwToolBarResource const& result) {
-    EXPECT_EQ(result.version, 0);
-    EXPECT_EQ(result.width, 0);
-    EXPECT_EQ(result.height, 0);
-    EXPECT_TRUE(result.ids.empty());
-}
-
 } // namespace
 
 TEST(ToolBarResource, ShorterThanItsHeaderIsRefused) {
@@ -61,7 +54,7 @@ TEST(ToolBarResource, ShorterThanItsHeaderIsRefused) {
     for (std::size_t size = 0; size < kGwToolBarResourceHeaderSize; ++size) {
         GwToolBarResource result;
         EXPECT_FALSE(parse(bytes, size, result)) << size;
-        expectEmpty(result);
+        EXPECT_EQ(result, GwToolBarResource());
     }
 }
 
@@ -69,30 +62,30 @@ TEST(ToolBarResource, NullDataIsRefused) {
     GwToolBarResource result;
     result.ids = {4};
     EXPECT_FALSE(gwParseToolBarResource(nullptr, 10, result));
-    expectEmpty(result);
+    EXPECT_EQ(result, GwToolBarResource());
 }
 
 TEST(ToolBarResource, CountLargerThanTheDataIsRefused) {
     GwToolBarResource result;
     EXPECT_FALSE(parse(resource(1, 16, 15, 3, {10, 11}), result));
-    expectEmpty(result);
+    EXPECT_EQ(result, GwToolBarResource());
     EXPECT_FALSE(parse(resource(1, 16, 15, 0xFFFF, {10, 11, 12}), result));
-    expectEmpty(result);
+    EXPECT_EQ(result, GwToolBarResource());
     EXPECT_FALSE(parse(resource(1, 16, 15, 1, {}), result));
-    expectEmpty(result);
+    EXPECT_EQ(result, GwToolBarResource());
     // Half an identifier is no identifier.
     Bytes halfWord = resource(1, 16, 15, 2, {10});
     halfWord.push_back(11);
     EXPECT_FALSE(parse(halfWord, result));
-    expectEmpty(result);
+    EXPECT_EQ(result, GwToolBarResource());
 }
 
 TEST(ToolBarResource, ZeroCountIsRefused) {
     GwToolBarResource result;
     EXPECT_FALSE(parse(resource(1, 16, 15, 0, {}), result));
-    expectEmpty(result);
+    EXPECT_EQ(result, GwToolBarResource());
     EXPECT_FALSE(parse(resource(1, 16, 15, 0, {10, 11}), result));
-    expectEmpty(result);
+    EXPECT_EQ(result, GwToolBarResource());
 }
 
 TEST(ToolBarResource, ExactSizeIsRead) {
@@ -100,13 +93,10 @@ TEST(ToolBarResource, ExactSizeIsRead) {
     ASSERT_EQ(bytes.size(), kGwToolBarResourceHeaderSize + 4);
     GwToolBarResource result;
     ASSERT_TRUE(parse(bytes, result));
-    EXPECT_EQ(result.version, 1);
-    EXPECT_EQ(result.width, 16);
-    EXPECT_EQ(result.height, 15);
-    EXPECT_EQ(result.ids, (std::vector<std::uint16_t>{10, 11}));
+    EXPECT_EQ(result, (GwToolBarResource{1, 16, 15, {10, 11}}));
     // One byte less is one identifier short.
     EXPECT_FALSE(parse(bytes, bytes.size() - 1, result));
-    expectEmpty(result);
+    EXPECT_EQ(result, GwToolBarResource());
 }
 
 TEST(ToolBarResource, TrailingBytesAreIgnored) {
@@ -121,19 +111,14 @@ TEST(ToolBarResource, ButtonSeparatorButton) {
     Bytes const bytes = resource(1, 16, 15, 3, {10, 0, 11});
     GwToolBarResource result;
     ASSERT_TRUE(parse(bytes, result));
-    EXPECT_EQ(result.ids, (std::vector<std::uint16_t>{10, 0, 11}));
-    EXPECT_EQ(result.width, 16);
-    EXPECT_EQ(result.height, 15);
+    EXPECT_EQ(result, (GwToolBarResource{1, 16, 15, {10, 0, 11}}));
 }
 
 TEST(ToolBarResource, WordsAreLittleEndian) {
     Bytes const bytes = {0x34, 0x12, 0x78, 0x56, 0xBC, 0x9A, 0x02, 0x00, 0xFF, 0xFF, 0x01, 0x80};
     GwToolBarResource result;
     ASSERT_TRUE(parse(bytes, result));
-    EXPECT_EQ(result.version, 0x1234);
-    EXPECT_EQ(result.width, 0x5678);
-    EXPECT_EQ(result.height, 0x9ABC);
-    EXPECT_EQ(result.ids, (std::vector<std::uint16_t>{0xFFFF, 0x8001}));
+    EXPECT_EQ(result, (GwToolBarResource{0x1234, 0x5678, 0x9ABC, {0xFFFF, 0x8001}}));
 }
 
 TEST(ToolBarResource, WriterLayout) {
@@ -144,24 +129,18 @@ TEST(ToolBarResource, WriterLayout) {
 }
 
 TEST(ToolBarResource, WrittenResourcesReadBack) {
-    struct Case {
-        std::uint16_t version, width, height;
-        std::vector<std::uint16_t> ids;
-    } const cases[] = {
+    GwToolBarResource const cases[] = {
         {1, 16, 15, {10, 0, 11}},
         {0, 1, 1, {0}},
         {0xFFFF, 0xFFFF, 0xFFFF, {0xFFFF, 1, 0, 0, 0x8000}},
         {2, 24, 24, std::vector<std::uint16_t>(300, 7)},
     };
-    for (Case const& c : cases) {
+    for (GwToolBarResource const& c : cases) {
         Bytes const bytes = gwWriteToolBarResource(c.version, c.width, c.height, c.ids);
         ASSERT_EQ(bytes.size(), kGwToolBarResourceHeaderSize + 2 * c.ids.size());
         GwToolBarResource result;
         ASSERT_TRUE(parse(bytes, result)) << c.ids.size();
-        EXPECT_EQ(result.version, c.version);
-        EXPECT_EQ(result.width, c.width);
-        EXPECT_EQ(result.height, c.height);
-        EXPECT_EQ(result.ids, c.ids);
+        EXPECT_EQ(result, c);
     }
 }
 

@@ -19,6 +19,8 @@ struct GwToolBarResource {
     std::uint16_t width = 0;        // button image width in pixels
     std::uint16_t height = 0;       // button image height in pixels
     std::vector<std::uint16_t> ids; // command identifiers, 0 for a separator
+
+    friend bool operator==(GwToolBarResource const&, GwToolBarResource const&) = default;
 };
 
 // Reads the size bytes at data. Never reads at or after data[size]. Returns false, leaving

@@ -52,20 +52,14 @@ TEST(ToolBarResourceLoad, ButtonSeparatorButtonReadsBack) {
     bool ok = false;
     GwToolBarResource const result = parsed(toolBarBytes(6900), ok);
     ASSERT_TRUE(ok);
-    EXPECT_EQ(result.version, 1);
-    EXPECT_EQ(result.width, 16);
-    EXPECT_EQ(result.height, 15);
-    EXPECT_EQ(result.ids, (std::vector<std::uint16_t>{10, 0, 11}));
+    EXPECT_EQ(result, (GwToolBarResource{1, 16, 15, {10, 0, 11}}));
 }
 
 TEST(ToolBarResourceLoad, VersionAndHighestIdentifierReadBack) {
     bool ok = false;
     GwToolBarResource const result = parsed(toolBarBytes(6901), ok);
     ASSERT_TRUE(ok);
-    EXPECT_EQ(result.version, 2);
-    EXPECT_EQ(result.width, 24);
-    EXPECT_EQ(result.height, 24);
-    EXPECT_EQ(result.ids, (std::vector<std::uint16_t>{0xFFFF, 0, 0, 1}));
+    EXPECT_EQ(result, (GwToolBarResource{2, 24, 24, {0xFFFF, 0, 0, 1}}));
 }
 
 TEST(ToolBarResourceLoad, OnlyTheToolBarTypeHoldsThem) {

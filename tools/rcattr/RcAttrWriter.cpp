@@ -32,55 +32,29 @@ std::string hex16(unsigned value) {
 
 // ---- reading the text form
 
-class Reader {
+class Reader : public RcLineReader {
 public:
     Reader(std::vector<RcAttrResource>& resources, std::vector<RcAttrMessage>& messages)
-        : mResources(resources), mMessages(messages) {}
+        : RcLineReader(messages), mResources(resources) {}
 
-    bool line(int number, std::string const& text) {
-        mLineNumber = number;
-        RcScanner scanner(text);
-        RcToken first = scanner.next();
-        if (first.kind == RcToken::end)
-            return true;
-        if (first.kind == RcToken::bad)
-            return fail(scanner.error);
+private:
+    bool statement(RcScanner& scanner, RcToken const& first) override {
         if (first.kind == RcToken::word && isKeyword(first.text))
-            return statement(scanner, first.text);
+            return keyword(scanner, first.text);
         if (first.kind == RcToken::word || first.kind == RcToken::quoted)
             return item(scanner, first);
         return fail("a line begins with a keyword or a key");
     }
 
     // Checks that are only possible at the end of an entry or of the text.
-    bool finish() { return finishEntry(); }
+    bool finish() override { return finishEntry(); }
 
-private:
     static bool isKeyword(std::string const& word) {
         return word == "attributes" || word == "dialog" || word == "menu" || word == "control" ||
                word == "entry";
     }
 
-    bool fail(std::string const& text) {
-        mMessages.push_back({mLineNumber, text, false});
-        return false;
-    }
-
-    void warn(int line, std::string const& text) { mMessages.push_back({line, text, true}); }
-
-    // The number after a keyword; false (with an error) when it is missing or out of range.
-    bool number(RcScanner& scanner, std::string const& keyword, unsigned long long low,
-                unsigned long long high, unsigned& value) {
-        std::string error;
-        return rcExpectNumber(scanner, keyword, low, high, value, error) || fail(error);
-    }
-
-    bool endOfLine(RcScanner& scanner) {
-        std::string error;
-        return rcExpectEnd(scanner, error) || fail(error);
-    }
-
-    bool statement(RcScanner& scanner, std::string const& keyword) {
+    bool keyword(RcScanner& scanner, std::string const& keyword) {
         if (!finishEntry())
             return false;
         if (keyword == "attributes") {
@@ -189,17 +163,13 @@ private:
         if (mResources.empty() || mResources.back().entries.empty())
             return true;
         RcAttrEntry const& entry = mResources.back().entries.back();
-        if (entry.record.id == 0 && entry.record.items.empty()) {
-            mMessages.push_back(
-                {entry.line, "entry 0 needs at least one item (without, it ends the data)", false});
-            return false;
-        }
+        if (entry.record.id == 0 && entry.record.items.empty())
+            return failAt(entry.line,
+                          "entry 0 needs at least one item (without, it ends the data)");
         return true;
     }
 
     std::vector<RcAttrResource>& mResources;
-    std::vector<RcAttrMessage>& mMessages;
-    int mLineNumber = 0;
     std::map<unsigned, int> mResourceLines;
     std::map<unsigned, int> mEntryLines;
     std::map<std::string, int> mKeyLines;
@@ -262,10 +232,7 @@ bool rcAttrEncode(std::vector<GwRcDataRecord> const& entries, std::string& bytes
 bool rcAttrRead(std::string const& text, std::vector<RcAttrResource>& resources,
                 std::vector<RcAttrMessage>& messages) {
     Reader reader(resources, messages);
-    if (!rcForEachLine(
-            text, [&](int number, std::string const& line) { return reader.line(number, line); }))
-        return false;
-    return reader.finish();
+    return reader.read(text);
 }
 
 bool rcAttrScript(std::vector<RcAttrResource> const& resources, std::string const& source,

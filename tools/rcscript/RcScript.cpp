@@ -138,50 +138,56 @@ void RcScanner::readNumber(RcToken& token) {
     token.value = value;
 }
 
-bool rcExpectNumber(RcScanner& scanner, std::string const& keyword, unsigned long long low,
-                    unsigned long long high, unsigned& value, std::string& error) {
-    RcToken token = scanner.next();
-    if (token.kind == RcToken::bad) {
-        error = scanner.error;
-        return false;
-    }
-    if (token.kind != RcToken::number) {
-        error = "expected a number after '" + keyword + "'";
-        return false;
-    }
-    if (token.overflow || token.value < low || token.value > high) {
-        error = "number " + token.text + " is out of range (" + std::to_string(low) + " to " +
-                std::to_string(high) + ")";
-        return false;
-    }
-    value = static_cast<unsigned>(token.value);
-    return true;
-}
-
-bool rcExpectEnd(RcScanner& scanner, std::string& error) {
-    RcToken token = scanner.next();
-    if (token.kind == RcToken::end)
-        return true;
-    error = token.kind == RcToken::bad ? scanner.error : "unexpected text after the statement";
-    return false;
-}
-
-bool rcForEachLine(std::string const& text,
-                   std::function<bool(int number, std::string const& line)> const& line) {
-    int number = 0;
+bool RcLineReader::read(std::string const& text) {
     std::size_t start = 0;
+    mLineNumber = 0;
     while (start < text.size()) {
         std::size_t end = text.find('\n', start);
         if (end == std::string::npos)
             end = text.size();
-        std::string one = text.substr(start, end - start);
-        if (!one.empty() && one.back() == '\r')
-            one.pop_back();
-        if (!line(++number, one))
+        std::string line = text.substr(start, end - start);
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        ++mLineNumber;
+        RcScanner scanner(line);
+        RcToken first = scanner.next();
+        if (first.kind == RcToken::bad)
+            return fail(scanner.error);
+        if (first.kind != RcToken::end && !statement(scanner, first))
             return false;
         start = end + 1;
     }
+    return finish();
+}
+
+bool RcLineReader::failAt(int line, std::string const& text) {
+    mMessages.push_back({line, text, false});
+    return false;
+}
+
+void RcLineReader::warn(int line, std::string const& text) {
+    mMessages.push_back({line, text, true});
+}
+
+bool RcLineReader::number(RcScanner& scanner, std::string const& keyword, unsigned long long low,
+                          unsigned long long high, unsigned& value) {
+    RcToken token = scanner.next();
+    if (token.kind == RcToken::bad)
+        return fail(scanner.error);
+    if (token.kind != RcToken::number)
+        return fail("expected a number after '" + keyword + "'");
+    if (token.overflow || token.value < low || token.value > high)
+        return fail("number " + token.text + " is out of range (" + std::to_string(low) + " to " +
+                    std::to_string(high) + ")");
+    value = static_cast<unsigned>(token.value);
     return true;
+}
+
+bool RcLineReader::endOfLine(RcScanner& scanner) {
+    RcToken token = scanner.next();
+    if (token.kind == RcToken::end)
+        return true;
+    return fail(token.kind == RcToken::bad ? scanner.error : "unexpected text after the statement");
 }
 
 std::string rcBytes16(unsigned value) {

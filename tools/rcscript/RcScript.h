@@ -4,8 +4,8 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <string>
+#include <vector>
 
 // An error or a warning about one line of a text form (lines count from 1).
 struct RcMessage {
@@ -42,18 +42,40 @@ private:
     std::size_t mPos = 0;
 };
 
-// The number that follows keyword on a line, from low to high. False, with the reason in
-// error, when it is missing, bad or out of range.
-bool rcExpectNumber(RcScanner& scanner, std::string const& keyword, unsigned long long low,
-                    unsigned long long high, unsigned& value, std::string& error);
+// The common part of the readers of the text forms: the lines, their first token, the
+// numbers and ends of statements, and the messages tied to the current line.
+class RcLineReader {
+public:
+    explicit RcLineReader(std::vector<RcMessage>& messages) : mMessages(messages) {}
+    virtual ~RcLineReader() = default;
 
-// True when nothing but a comment is left on the line; else false with the reason in error.
-bool rcExpectEnd(RcScanner& scanner, std::string& error);
+    // Reads every line of text ("\n" or "\r\n" ends a line; the last one needs no end), then
+    // makes the checks of the end of the text. False after the first error.
+    bool read(std::string const& text);
 
-// Calls line(number, text) for every line of text ("\n" or "\r\n" ends a line; the last one
-// needs no end) until it returns false. False when one did.
-bool rcForEachLine(std::string const& text,
-                   std::function<bool(int number, std::string const& line)> const& line);
+protected:
+    // A line that begins with first, a token that is neither the end nor bad.
+    virtual bool statement(RcScanner& scanner, RcToken const& first) = 0;
+    // Checks that are only possible at the end of the text.
+    virtual bool finish() { return true; }
+
+    // An error at the current line, or at line; always false.
+    bool fail(std::string const& text) { return failAt(mLineNumber, text); }
+    bool failAt(int line, std::string const& text);
+    void warn(int line, std::string const& text);
+
+    // The number that follows keyword, from low to high; false (with an error) when it is
+    // missing, bad or out of range.
+    bool number(RcScanner& scanner, std::string const& keyword, unsigned long long low,
+                unsigned long long high, unsigned& value);
+    // True when nothing but a comment is left on the line, else false with an error.
+    bool endOfLine(RcScanner& scanner);
+
+    int mLineNumber = 0;
+
+private:
+    std::vector<RcMessage>& mMessages;
+};
 
 // The two little-endian bytes of a 16-bit value.
 std::string rcBytes16(unsigned value);

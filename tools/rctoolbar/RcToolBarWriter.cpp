@@ -8,19 +8,13 @@ namespace {
 
 constexpr std::size_t kMaxEntries = 0xFFFF; // the count is a 16-bit word
 
-class Reader {
+class Reader : public RcLineReader {
 public:
     Reader(std::vector<RcToolBar>& toolBars, std::vector<RcMessage>& messages)
-        : mToolBars(toolBars), mMessages(messages) {}
+        : RcLineReader(messages), mToolBars(toolBars) {}
 
-    bool line(int number, std::string const& text) {
-        mLineNumber = number;
-        RcScanner scanner(text);
-        RcToken first = scanner.next();
-        if (first.kind == RcToken::end)
-            return true;
-        if (first.kind == RcToken::bad)
-            return fail(scanner.error);
+private:
+    bool statement(RcScanner& scanner, RcToken const& first) override {
         if (first.kind != RcToken::word)
             return fail("a line begins with 'toolbar', 'button', 'separator' or 'end'");
         if (first.text == "toolbar")
@@ -35,31 +29,21 @@ public:
         return fail("unknown statement '" + first.text + "'");
     }
 
-    // Checks that are only possible at the end of the text.
-    bool finish() {
+    bool finish() override {
         if (!mOpen)
             return true;
-        mLineNumber = mToolBars.back().line;
-        return fail("toolbar " + std::to_string(mToolBars.back().id) + " has no 'end'");
+        return failAt(mToolBars.back().line,
+                      "toolbar " + std::to_string(mToolBars.back().id) + " has no 'end'");
     }
-
-private:
-    bool fail(std::string const& text) {
-        mMessages.push_back({mLineNumber, text, false});
-        return false;
-    }
-
-    bool expect(bool ok, std::string const& error) { return ok || fail(error); }
 
     bool toolBar(RcScanner& scanner) {
         if (mOpen)
             return fail("'toolbar' inside toolbar " + std::to_string(mToolBars.back().id) +
                         " of line " + std::to_string(mToolBars.back().line) +
                         ", which has no 'end'");
-        std::string error;
         RcToolBar toolBar;
         toolBar.line = mLineNumber;
-        if (!expect(rcExpectNumber(scanner, "toolbar", 1, 0xFFFF, toolBar.id, error), error))
+        if (!number(scanner, "toolbar", 1, 0xFFFF, toolBar.id))
             return false;
         std::map<std::string, unsigned> values;
         for (RcToken token = scanner.next(); token.kind != RcToken::end; token = scanner.next()) {
@@ -71,8 +55,7 @@ private:
             if (values.count(token.text) != 0)
                 return fail("'" + token.text + "' given twice");
             unsigned low = token.text == "version" ? 0 : 1;
-            if (!expect(rcExpectNumber(scanner, token.text, low, 0xFFFF, values[token.text], error),
-                        error))
+            if (!number(scanner, token.text, low, 0xFFFF, values[token.text]))
                 return false;
         }
         for (char const* needed : {"width", "height"})
@@ -94,12 +77,10 @@ private:
     }
 
     bool entry(RcScanner& scanner, std::string const& keyword) {
-        std::string error;
         unsigned id = 0;
-        if (keyword == "button" &&
-            !expect(rcExpectNumber(scanner, keyword, 1, 0xFFFF, id, error), error))
+        if (keyword == "button" && !number(scanner, keyword, 1, 0xFFFF, id))
             return false;
-        if (!expect(rcExpectEnd(scanner, error), error))
+        if (!endOfLine(scanner))
             return false;
         RcToolBar& toolBar = mToolBars.back();
         if (toolBar.ids.size() == kMaxEntries)
@@ -108,10 +89,8 @@ private:
         if (id != 0) {
             auto seen = mButtonLines.find(id);
             if (seen != mButtonLines.end())
-                mMessages.push_back({mLineNumber,
-                                     "button " + std::to_string(id) + " repeats line " +
-                                         std::to_string(seen->second),
-                                     true});
+                warn(mLineNumber, "button " + std::to_string(id) + " repeats line " +
+                                      std::to_string(seen->second));
             else
                 mButtonLines[id] = mLineNumber;
         }
@@ -120,8 +99,7 @@ private:
     }
 
     bool end(RcScanner& scanner) {
-        std::string error;
-        if (!expect(rcExpectEnd(scanner, error), error))
+        if (!endOfLine(scanner))
             return false;
         mOpen = false;
         if (mToolBars.back().ids.empty())
@@ -131,8 +109,6 @@ private:
     }
 
     std::vector<RcToolBar>& mToolBars;
-    std::vector<RcMessage>& mMessages;
-    int mLineNumber = 0;
     bool mOpen = false;
     std::map<unsigned, int> mLines;
     std::map<unsigned, int> mButtonLines;
@@ -143,10 +119,7 @@ private:
 bool rcToolBarRead(std::string const& text, std::vector<RcToolBar>& toolBars,
                    std::vector<RcMessage>& messages) {
     Reader reader(toolBars, messages);
-    if (!rcForEachLine(
-            text, [&](int number, std::string const& line) { return reader.line(number, line); }))
-        return false;
-    return reader.finish();
+    return reader.read(text);
 }
 
 std::string rcToolBarScript(std::vector<RcToolBar> const& toolBars, std::string const& source) {

@@ -26,6 +26,8 @@ struct RcToolBar {
     std::uint16_t width = 0;
     std::uint16_t height = 0;
     std::vector<std::uint16_t> ids; // command identifiers, 0 for a separator
+
+    friend bool operator==(RcToolBar const&, RcToolBar const&) = default;
 };
 
 // Reads the text form. Warnings and at most one error go to messages; false after an error.
