@@ -4,39 +4,44 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <cstdint>
-#include <cstring>
-#include <memory>
 #include <vector>
 
 #include "GwToolBarResource.h"
 
 namespace {
 
-// The bytes of a tool-bar resource of this program, copied into a block of exactly the
-// resource's size; empty when there is no such resource.
-std::vector<unsigned char> toolBarBytes(unsigned id) {
+// The locked bytes of a tool-bar resource of this program and their size; null when there is
+// no such resource.
+struct Found {
+    unsigned char const* data = nullptr;
+    std::size_t size = 0;
+};
+
+Found toolBarResource(unsigned id) {
+    Found found;
     HMODULE module = GetModuleHandleA(nullptr);
-    HRSRC found =
+    HRSRC resource =
         FindResourceA(module, MAKEINTRESOURCEA(id), MAKEINTRESOURCEA(kGwToolBarResourceType));
-    if (found == nullptr)
-        return {};
-    HGLOBAL loaded = LoadResource(module, found);
-    auto const* data = static_cast<unsigned char const*>(LockResource(loaded));
-    DWORD const size = SizeofResource(module, found);
-    if (data == nullptr)
-        return {};
-    return std::vector<unsigned char>(data, data + size);
+    if (resource == nullptr)
+        return found;
+    found.data = static_cast<unsigned char const*>(LockResource(LoadResource(module, resource)));
+    found.size = SizeofResource(module, resource);
+    return found;
 }
 
-GwToolBarResource parsed(std::vector<unsigned char> const& bytes, bool& ok) {
-    // A heap block of exactly the resource's size.
-    std::unique_ptr<unsigned char[]> copy(
-        new unsigned char[bytes.size() + (bytes.empty() ? 1 : 0)]);
-    std::memcpy(copy.get(), bytes.data(), bytes.size());
-    GwToolBarResource result;
-    ok = gwParseToolBarResource(copy.get(), bytes.size(), result);
-    return result;
+std::vector<unsigned char> toolBarBytes(unsigned id) {
+    Found const found = toolBarResource(id);
+    if (found.data == nullptr)
+        return {};
+    return std::vector<unsigned char>(found.data, found.data + found.size);
+}
+
+// The resource parsed within the size the module gives it.
+bool parsed(unsigned id, GwToolBarResource& result) {
+    Found const found = toolBarResource(id);
+    return found.data != nullptr && gwParseToolBarResource(found.data, found.size, result);
 }
 
 } // namespace
@@ -49,16 +54,14 @@ TEST(ToolBarResourceLoad, WrittenResourceHasExactlyItsWords) {
 }
 
 TEST(ToolBarResourceLoad, ButtonSeparatorButtonReadsBack) {
-    bool ok = false;
-    GwToolBarResource const result = parsed(toolBarBytes(6900), ok);
-    ASSERT_TRUE(ok);
+    GwToolBarResource result;
+    ASSERT_TRUE(parsed(6900, result));
     EXPECT_EQ(result, (GwToolBarResource{1, 16, 15, {10, 0, 11}}));
 }
 
 TEST(ToolBarResourceLoad, VersionAndHighestIdentifierReadBack) {
-    bool ok = false;
-    GwToolBarResource const result = parsed(toolBarBytes(6901), ok);
-    ASSERT_TRUE(ok);
+    GwToolBarResource result;
+    ASSERT_TRUE(parsed(6901, result));
     EXPECT_EQ(result, (GwToolBarResource{2, 24, 24, {0xFFFF, 0, 0, 1}}));
 }
 
