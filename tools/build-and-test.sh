@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Sets up the machine, builds everything and runs all tests:
-#   1. VmBase and the attribute-data parser natively under AddressSanitizer and
-#      UndefinedBehaviorSanitizer, and the parsers' fuzz targets for a bounded time;
+#   1. VmBase, the platform-neutral parsers and the resource-script writers natively under
+#      AddressSanitizer and UndefinedBehaviorSanitizer, and the parsers' fuzz targets for a
+#      bounded time;
 #   2. the Windows build (VmBase.dll, VmGui.dll, tests, tools, the API reference) with
 #      MinGW-w64 GCC;
 #   3. installation and a consumer project built against the installed CMake package;
@@ -19,7 +20,7 @@ jobs=$(nproc)
 
 bash "$root/tools/setup.sh"
 
-echo "== VmBase and the attribute-data parser, native, with sanitizers"
+echo "== VmBase, the parsers and the script writers, native, with sanitizers"
 cmake -S "$root" -B "$native" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVMGUI_SANITIZE=ON \
     -DCMAKE_CXX_COMPILER=g++ -DCMAKE_C_COMPILER=gcc >/dev/null
 cmake --build "$native" -j "$jobs"
@@ -43,7 +44,8 @@ install_and_consume() {
     cmake --install "$tree" --prefix "$tree/install" >/dev/null
     cmake -S "$root/examples/consumer" -B "$tree/consumer" -G Ninja \
         -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_PREFIX_PATH="$tree/install" "$@" >/dev/null
-    cmake --build "$tree/consumer"
+    # Its tool-bar resource is written by the installed rctoolbar, run through Wine.
+    VMGUI_WINEPREFIX="$tree/wineprefix" cmake --build "$tree/consumer"
     cp "$tree/install/bin/"*.dll "$tree/consumer/"
     VMGUI_WINEPREFIX="$tree/wineprefix" "$root/tools/wine-run.sh" "$tree/consumer/consumer.exe"
 }
