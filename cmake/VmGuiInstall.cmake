@@ -1,6 +1,7 @@
 # Installation and the CMake packages VmBase and VmGui:
-#     find_package(VmGui CONFIG REQUIRED)   ->   VmGui::VmGui (brings VmBase::VmBase),
-#                                              VmGui::Testing and vmgui_add_wine_test
+#     find_package(VmGui CONFIG REQUIRED)   ->   VmGui::VmGui (brings VmBase::VmBase), the tools
+#     VmGui::rcattr and VmGui::rctoolbar, the functions vmgui_rcattr and vmgui_rctoolbar, the
+#     test kit VmGui::Testing and the function vmgui_add_wine_test
 include(CMakePackageConfigHelpers)
 
 set(VMGUI_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake)
@@ -33,6 +34,11 @@ endif()
 
 install(EXPORT VmBaseTargets NAMESPACE VmBase:: DESTINATION ${VMGUI_CMAKE_DIR}/VmBase)
 install(EXPORT VmGuiTargets NAMESPACE VmGui:: DESTINATION ${VMGUI_CMAKE_DIR}/VmGui)
+
+# The build-time functions vmgui_rcattr and vmgui_rctoolbar, which run the installed tools.
+install(FILES ${PROJECT_SOURCE_DIR}/cmake/VmGuiRcAttr.cmake
+              ${PROJECT_SOURCE_DIR}/cmake/VmGuiRcToolBar.cmake
+    DESTINATION ${VMGUI_CMAKE_DIR}/VmGui)
 
 set(VMGUI_DLL_DIR_INSTALLED ${CMAKE_INSTALL_BINDIR})
 foreach(package VmBase VmGui)

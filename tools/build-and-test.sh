@@ -1,22 +1,28 @@
 #!/usr/bin/env bash
 # Sets up the machine, builds everything and runs all tests:
-#   1. VmBase and the attribute-data parser natively under AddressSanitizer and
-#      UndefinedBehaviorSanitizer, and the parsers' fuzz targets for a bounded time;
-#   2. the Windows build (VmBase.dll, VmGui.dll, tests, tools) with MinGW-w64;
+#   1. VmBase, the platform-neutral parsers and the resource-script writers natively under
+#      AddressSanitizer and UndefinedBehaviorSanitizer, and the parsers' fuzz targets for a
+#      bounded time;
+#   2. the Windows build (VmBase.dll, VmGui.dll, tests, tools, the API reference) with
+#      MinGW-w64 GCC;
 #   3. installation and a consumer project built against the installed CMake package, whose
-#      own tests (a dialog of its own, driven by the installed test kit) run under Wine;
-#   4. every test executable under Wine, headless, among them the README's first program,
-#      driven until it ends by itself; CTest's summary ends the output.
+#      own tests (its program, and a dialog of its own driven by the installed test kit) run
+#      under Wine;
+#   4. the same build, installation and consumer with clang on the MinGW-w64 headers and
+#      libraries, warnings as errors, and its tests under Wine;
+#   5. every test executable of the GCC build under Wine, headless, among them the README's
+#      first program, driven until it ends by itself; CTest's summary ends the output.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build="${VMGUI_BUILD_DIR:-$root/build}"
 native="$build-native"
+clang="$build-clang"
 jobs=$(nproc)
 
 bash "$root/tools/setup.sh"
 
-echo "== VmBase and the attribute-data parser, native, with sanitizers"
+echo "== VmBase, the parsers and the script writers, native, with sanitizers"
 cmake -S "$root" -B "$native" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVMGUI_SANITIZE=ON \
     -DCMAKE_CXX_COMPILER=g++ -DCMAKE_C_COMPILER=gcc >/dev/null
 cmake --build "$native" -j "$jobs"
@@ -31,16 +37,35 @@ cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
     -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" >/dev/null
 cmake --build "$build" -j "$jobs"
 
+# Installs a Windows build to <build>/install, builds the consumer against it with the same
+# toolchain file and runs its tests (its program, and its own dialog tested with
+# VmGui::Testing) through the installed Wine wrapper, with the installed DLLs, in the build's
+# prefix.
+install_and_consume() {
+    local tree="$1" toolchain="$2"
+    shift 2
+    rm -rf "$tree/install"
+    cmake --install "$tree" --prefix "$tree/install" >/dev/null
+    cmake -S "$root/examples/consumer" -B "$tree/consumer" -G Ninja \
+        -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCMAKE_PREFIX_PATH="$tree/install" \
+        -DVMGUI_WINEPREFIX="$tree/wineprefix" "$@" >/dev/null
+    # Its tool-bar resource is written by the installed rctoolbar, run through Wine.
+    VMGUI_WINEPREFIX="$tree/wineprefix" cmake --build "$tree/consumer"
+    ctest --test-dir "$tree/consumer" --output-on-failure
+}
+
 echo "== Installed package and a consumer"
-rm -rf "$build/install"
-cmake --install "$build" --prefix "$build/install" >/dev/null
-# The consumer's tests (its program, and its own dialog tested with VmGui::Testing) run
-# through the installed Wine wrapper, with the installed DLLs; they share the tests' prefix.
-cmake -S "$root/examples/consumer" -B "$build/consumer" -G Ninja \
-    -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" \
-    -DCMAKE_PREFIX_PATH="$build/install" -DVMGUI_WINEPREFIX="$build/wineprefix" >/dev/null
-cmake --build "$build/consumer"
-ctest --test-dir "$build/consumer" --output-on-failure
+install_and_consume "$build" "$root/cmake/mingw-w64-x86_64.cmake"
+
+echo "== Windows build with clang, warnings as errors"
+cmake -S "$root" -B "$clang" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+    -DCMAKE_TOOLCHAIN_FILE="$root/cmake/clang-mingw-w64-x86_64.cmake" \
+    -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DVMGUI_BUILD_DOCS=OFF >/dev/null
+cmake --build "$clang" -j "$jobs"
+install_and_consume "$clang" "$root/cmake/clang-mingw-w64-x86_64.cmake" \
+    -DCMAKE_COMPILE_WARNING_AS_ERROR=ON
+echo "== Tests of the clang build under Wine"
+ctest --test-dir "$clang" --output-on-failure -j "$jobs"
 
 echo "== Tests under Wine"
 ctest --test-dir "$build" --output-on-failure -j "$jobs"

@@ -9,6 +9,7 @@
 #   number_text_fuzz    the edit field's number reading and formatting (fuzz/number-corpus)
 #   metafile_format_fuzz  the metafile context's file format detection (fuzz/corpus-metafile)
 #   file_select_paths_fuzz  the file dialog's result buffer and filter (fuzz/file-select-corpus)
+#   toolbar_resource_fuzz  the tool-bar resource reader and writer (fuzz/toolbar-corpus)
 # New inputs go to the build folder's corpus-TARGET, never into the sources; a crash or a
 # broken property leaves its input in the build folder's artifacts/ and makes this script fail.
 set -euo pipefail
@@ -19,7 +20,8 @@ seconds="${1:-60}"
 shift $(( $# > 0 ? 1 : 0 ))
 targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then
-    targets=(rcdata_parser_fuzz number_text_fuzz metafile_format_fuzz file_select_paths_fuzz)
+    targets=(rcdata_parser_fuzz number_text_fuzz metafile_format_fuzz file_select_paths_fuzz
+        toolbar_resource_fuzz)
 fi
 
 cc="${CC:-clang}"
@@ -48,6 +50,7 @@ for target in "${targets[@]}"; do
         number_text_fuzz) seeds="$root/fuzz/number-corpus" ;;
         metafile_format_fuzz) seeds="$root/fuzz/corpus-metafile" ;;
         file_select_paths_fuzz) seeds="$root/fuzz/file-select-corpus" ;;
+        toolbar_resource_fuzz) seeds="$root/fuzz/toolbar-corpus" ;;
         *)
             echo "fuzz.sh: unknown target $target" >&2
             exit 2

@@ -22,6 +22,9 @@ inline constexpr char kDialogClass[] = "#32770";
 // not 0 (a program the test started); null when there is none.
 inline HWND findTopLevel(char const* className, char const* caption, DWORD processId = 0) {
     struct Search {
+        Search(char const* className, char const* caption, DWORD processId)
+            : className(className), caption(caption), processId(processId) {}
+
         char const* className;
         char const* caption;
         DWORD processId;
@@ -45,7 +48,7 @@ inline HWND findTopLevel(char const* className, char const* caption, DWORD proce
             return FALSE;
         }
     };
-    Search search{className, caption, processId};
+    Search search(className, caption, processId);
     if (processId != 0)
         EnumWindows(&Search::next, reinterpret_cast<LPARAM>(&search));
     else

@@ -40,6 +40,9 @@ namespace detail {
 // A wait of runLoopUntil: its condition, its deadline and its outcome. One timer asks the
 // innermost wait.
 struct LoopWait {
+    LoopWait(std::function<bool()> condition, DWORD deadline)
+        : condition(std::move(condition)), deadline(deadline) {}
+
     std::function<bool()> condition;
     DWORD deadline;
     bool met = false;
@@ -67,7 +70,7 @@ struct LoopWait {
 inline bool runLoopUntil(std::function<bool()> condition, DWORD limit = 5000, UINT interval = 20) {
     if (condition())
         return true;
-    detail::LoopWait wait{std::move(condition), GetTickCount() + limit};
+    detail::LoopWait wait(std::move(condition), GetTickCount() + limit);
     detail::LoopWait* const outer = detail::LoopWait::current;
     detail::LoopWait::current = &wait;
     UINT_PTR const timer = SetTimer(nullptr, 0, interval, &detail::LoopWait::onTimer);
