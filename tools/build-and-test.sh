@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Sets up the machine, builds everything and runs all tests:
+# Sets up the machine, builds everything with warnings as errors and runs all tests:
 #   1. VmBase and the attribute-data parser natively under AddressSanitizer and
 #      UndefinedBehaviorSanitizer, and the parsers' fuzz targets for a bounded time;
 #   2. the Windows build (VmBase.dll, VmGui.dll, tests, tools) with MinGW-w64;
@@ -16,17 +16,17 @@ bash "$root/tools/setup.sh"
 
 echo "== VmBase and the attribute-data parser, native, with sanitizers"
 cmake -S "$root" -B "$native" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVMGUI_SANITIZE=ON \
-    -DCMAKE_CXX_COMPILER=g++ -DCMAKE_C_COMPILER=gcc >/dev/null
+    -DVMGUI_WERROR=ON -DCMAKE_CXX_COMPILER=g++ -DCMAKE_C_COMPILER=gcc >/dev/null
 cmake --build "$native" -j "$jobs"
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
     ctest --test-dir "$native" --output-on-failure -j "$jobs"
 
 echo "== Fuzzing the parsers"
 # VMGUI_FUZZ_SECONDS is the time of all targets together, shared equally among them.
-VMGUI_FUZZ_DIR="$build-fuzz" bash "$root/tools/fuzz.sh" "${VMGUI_FUZZ_SECONDS:-280}"
+VMGUI_WERROR=ON VMGUI_FUZZ_DIR="$build-fuzz" bash "$root/tools/fuzz.sh" "${VMGUI_FUZZ_SECONDS:-280}"
 
 echo "== Windows build"
-cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVMGUI_WERROR=ON \
     -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" >/dev/null
 cmake --build "$build" -j "$jobs"
 

@@ -12,6 +12,7 @@
 #   file_select_paths_fuzz  the file dialog's result buffer and filter (fuzz/file-select-corpus)
 #   string_fuzz         the base library's String (fuzz/string-corpus)
 #   fileio_fuzz         the base library's FileIO reading a foreign file (fuzz/fileio-corpus)
+# VMGUI_WERROR=ON makes warnings errors, as the test command does.
 # New inputs go to the build folder's corpus-TARGET, never into the sources; a crash or a
 # broken property leaves its input in the build folder's artifacts/ and makes this script fail.
 set -euo pipefail
@@ -40,7 +41,8 @@ fi
 
 cmake -S "$root" -B "$build" "${generator[@]}" \
     -DCMAKE_C_COMPILER="$cc" -DCMAKE_CXX_COMPILER="$cxx" \
-    -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVMGUI_BUILD_TESTS=OFF >/dev/null
+    -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVMGUI_BUILD_TESTS=OFF \
+    -DVMGUI_WERROR="${VMGUI_WERROR:-OFF}" >/dev/null
 cmake --build "$build" --target "${targets[@]}"
 
 mkdir -p "$build/artifacts"
