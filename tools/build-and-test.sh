@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Sets up the machine, builds everything with warnings as errors and runs all tests:
-#   1. VmBase and the attribute-data parser natively under AddressSanitizer and
+#   1. VmBase and the platform-neutral pieces natively under AddressSanitizer and
 #      UndefinedBehaviorSanitizer, and the parsers' fuzz targets for a bounded time;
 #   2. the Windows build (VmBase.dll, VmGui.dll, tests, tools) with MinGW-w64;
 #   3. installation and a consumer project built against the installed CMake package;
@@ -14,7 +14,7 @@ jobs=$(nproc)
 
 bash "$root/tools/setup.sh"
 
-echo "== VmBase and the attribute-data parser, native, with sanitizers"
+echo "== VmBase and the platform-neutral pieces, native, with sanitizers"
 cmake -S "$root" -B "$native" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVMGUI_SANITIZE=ON \
     -DVMGUI_WERROR=ON -DCMAKE_CXX_COMPILER=g++ -DCMAKE_C_COMPILER=gcc >/dev/null
 cmake --build "$native" -j "$jobs"
