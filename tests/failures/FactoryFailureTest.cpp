@@ -12,6 +12,7 @@
 #include <VmGui.h>
 
 #include "BreakpointCounter.h"
+#include "ImportHook.h"
 #include "TestWindows.h"
 
 namespace {
@@ -21,10 +22,8 @@ namespace {
 std::vector<Class const*> exportedRecords(HMODULE module) {
     std::vector<Class const*> records;
     auto* const base = reinterpret_cast<BYTE*>(module);
-    auto const* const dos = reinterpret_cast<IMAGE_DOS_HEADER const*>(base);
-    auto const* const nt = reinterpret_cast<IMAGE_NT_HEADERS const*>(base + dos->e_lfanew);
     IMAGE_DATA_DIRECTORY const& directory =
-        nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_EXPORT];
+        testing_windows::imageDirectory(module, IMAGE_DIRECTORY_ENTRY_EXPORT);
     if (directory.VirtualAddress == 0)
         return records;
     auto const* const exports =
