@@ -1,5 +1,6 @@
 # Installation and the CMake packages VmBase and VmGui:
-#     find_package(VmGui CONFIG REQUIRED)   ->   VmGui::VmGui (brings VmBase::VmBase)
+#     find_package(VmGui CONFIG REQUIRED)   ->   VmGui::VmGui (brings VmBase::VmBase), the tools
+#     VmGui::rcattr and VmGui::rctoolbar, and the functions vmgui_rcattr and vmgui_rctoolbar
 include(CMakePackageConfigHelpers)
 
 set(VMGUI_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake)
@@ -22,6 +23,11 @@ endif()
 
 install(EXPORT VmBaseTargets NAMESPACE VmBase:: DESTINATION ${VMGUI_CMAKE_DIR}/VmBase)
 install(EXPORT VmGuiTargets NAMESPACE VmGui:: DESTINATION ${VMGUI_CMAKE_DIR}/VmGui)
+
+# The build-time functions vmgui_rcattr and vmgui_rctoolbar, which run the installed tools.
+install(FILES ${PROJECT_SOURCE_DIR}/cmake/VmGuiRcAttr.cmake
+              ${PROJECT_SOURCE_DIR}/cmake/VmGuiRcToolBar.cmake
+    DESTINATION ${VMGUI_CMAKE_DIR}/VmGui)
 
 foreach(package VmBase VmGui)
     configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/${package}Config.cmake.in

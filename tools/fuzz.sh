@@ -10,6 +10,7 @@
 #   number_text_fuzz    the edit field's number reading and formatting (fuzz/number-corpus)
 #   metafile_format_fuzz  the metafile context's file format detection (fuzz/corpus-metafile)
 #   file_select_paths_fuzz  the file dialog's result buffer and filter (fuzz/file-select-corpus)
+#   toolbar_resource_fuzz  the tool-bar resource reader and writer (fuzz/toolbar-corpus)
 #   string_fuzz         the base library's String (fuzz/string-corpus)
 #   fileio_fuzz         the base library's FileIO reading a foreign file (fuzz/fileio-corpus)
 # VMGUI_WERROR=ON makes warnings errors, as the test command does.
@@ -24,7 +25,7 @@ shift $(( $# > 0 ? 1 : 0 ))
 targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then
     targets=(rcdata_parser_fuzz number_text_fuzz metafile_format_fuzz file_select_paths_fuzz
-        string_fuzz fileio_fuzz)
+        toolbar_resource_fuzz string_fuzz fileio_fuzz)
 fi
 seconds=$(( total / ${#targets[@]} ))
 if [ "$seconds" -lt 1 ]; then
@@ -58,6 +59,7 @@ for target in "${targets[@]}"; do
         number_text_fuzz) seeds="$root/fuzz/number-corpus" ;;
         metafile_format_fuzz) seeds="$root/fuzz/corpus-metafile" ;;
         file_select_paths_fuzz) seeds="$root/fuzz/file-select-corpus" ;;
+        toolbar_resource_fuzz) seeds="$root/fuzz/toolbar-corpus" ;;
         string_fuzz) seeds="$root/fuzz/string-corpus" ;;
         fileio_fuzz) seeds="$root/fuzz/fileio-corpus" ;;
         *)
