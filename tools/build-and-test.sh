@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Sets up the machine, builds everything and runs all tests:
-#   1. VmBase, the platform-neutral parsers and the resource-script writers natively under
-#      AddressSanitizer and UndefinedBehaviorSanitizer, and the parsers' fuzz targets for a
-#      bounded time;
+# Sets up the machine, builds everything with warnings as errors and runs all tests:
+#   1. VmBase, the platform-neutral pieces (the parsers, the object model's core) and the
+#      resource-script writers natively under AddressSanitizer and
+#      UndefinedBehaviorSanitizer, and the fuzz targets for a bounded time;
 #   2. the Windows build (VmBase.dll, VmGui.dll, tests, tools, the API reference) with
 #      MinGW-w64 GCC;
 #   3. installation and a consumer project built against the installed CMake package, whose
@@ -22,18 +22,19 @@ jobs=$(nproc)
 
 bash "$root/tools/setup.sh"
 
-echo "== VmBase, the parsers and the script writers, native, with sanitizers"
+echo "== VmBase, the platform-neutral pieces and the script writers, native, with sanitizers"
 cmake -S "$root" -B "$native" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVMGUI_SANITIZE=ON \
-    -DCMAKE_CXX_COMPILER=g++ -DCMAKE_C_COMPILER=gcc >/dev/null
+    -DVMGUI_WERROR=ON -DCMAKE_CXX_COMPILER=g++ -DCMAKE_C_COMPILER=gcc >/dev/null
 cmake --build "$native" -j "$jobs"
 ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
     ctest --test-dir "$native" --output-on-failure -j "$jobs"
 
 echo "== Fuzzing the parsers"
-VMGUI_FUZZ_DIR="$build-fuzz" bash "$root/tools/fuzz.sh" "${VMGUI_FUZZ_SECONDS:-60}"
+# VMGUI_FUZZ_SECONDS is the time of all targets together, shared equally among them.
+VMGUI_WERROR=ON VMGUI_FUZZ_DIR="$build-fuzz" bash "$root/tools/fuzz.sh" "${VMGUI_FUZZ_SECONDS:-280}"
 
 echo "== Windows build"
-cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVMGUI_WERROR=ON \
     -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" >/dev/null
 cmake --build "$build" -j "$jobs"
 
@@ -60,7 +61,7 @@ install_and_consume "$build" "$root/cmake/mingw-w64-x86_64.cmake"
 echo "== Windows build with clang, warnings as errors"
 cmake -S "$root" -B "$clang" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
     -DCMAKE_TOOLCHAIN_FILE="$root/cmake/clang-mingw-w64-x86_64.cmake" \
-    -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DVMGUI_BUILD_DOCS=OFF >/dev/null
+    -DVMGUI_WERROR=ON -DVMGUI_BUILD_DOCS=OFF >/dev/null
 cmake --build "$clang" -j "$jobs"
 install_and_consume "$clang" "$root/cmake/clang-mingw-w64-x86_64.cmake" \
     -DCMAKE_COMPILE_WARNING_AS_ERROR=ON
