@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdio>
 #include <vector>
 
 namespace bench {
@@ -55,6 +56,17 @@ std::vector<std::vector<double>> interleave(std::vector<Variant> const& variants
         }
     }
     return samples;
+}
+
+// One line of bench/run-all.sh's table, beside the program's own report:
+//     ROW|benchmark|library|reference|unit|ratio|target
+// reference is the raw Win32 figure of the same work (or, for a flatness goal, the library's
+// own figure on the small case); ratio is library / reference, or the paired median of the
+// rounds when the caller has one; a target of 0 means none.
+inline void row(char const* benchmark, double library, double reference, char const* unit,
+                double ratio, double target) {
+    std::printf("ROW|%s|%.3f|%.3f|%s|%.3f|%.2f\n", benchmark, library, reference, unit, ratio,
+                target);
 }
 
 } // namespace bench

@@ -146,6 +146,8 @@ void fillBench(GwWindow& parent) {
                     "ratio %.2f (target %.1f: %s)\n",
                     names[kind], kLines, median(library), median(raw), ratio, kFillTarget,
                     ratio <= kFillTarget ? "met" : "not met");
+        std::string const title = std::string("fill ") + names[kind] + " with 10,000 items";
+        bench::row(title.c_str(), median(library), median(raw), "ns/item", ratio, kFillTarget);
     }
 }
 
@@ -215,6 +217,8 @@ void lookupBench(GwWindow& parent) {
                     "(target %.1f: %s)\n",
                     names[kind], kLines, median(many), kShort, median(few), ratio, kFlatTarget,
                     ratio <= kFlatTarget ? "met" : "not met");
+        std::string const title = std::string(names[kind]) + ", 10,000 vs 10 lines";
+        bench::row(title.c_str(), median(many), median(few), "ns/call", ratio, kFlatTarget);
     }
     DestroyWindow(static_cast<HWND>(longList->window()));
     DestroyWindow(static_cast<HWND>(shortList->window()));
@@ -250,6 +254,7 @@ void tabBench(GwWindow& parent) {
     std::vector<std::vector<double>> const samples = interleave(runs, kFillRounds);
     std::printf("tabs: 100 tabs with child pages added in %.0f us (%.1f us/tab)\n",
                 median(samples[0]), median(samples[0]) / 100);
+    bench::row("100 tabs with child pages", median(samples[0]), 0, "us", 0, 0);
 }
 
 } // namespace

@@ -1,14 +1,26 @@
 # The MinGW runtime DLLs that our DLLs and programs load: copied beside them in the
-# build tree and installed to bin/.
+# build tree and installed to bin/. A toolchain file may name the folders that hold them
+# (VMGUI_MINGW_RUNTIME_DIRS); otherwise the compiler is asked where they are.
 set(VMGUI_RUNTIME_DLLS "")
 if(MINGW)
     foreach(dll libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
-        execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${dll}
-                        OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE)
+        set(path "")
+        foreach(dir IN LISTS VMGUI_MINGW_RUNTIME_DIRS)
+            if(EXISTS "${dir}/${dll}")
+                set(path "${dir}/${dll}")
+                break()
+            endif()
+        endforeach()
+        if(NOT path)
+            execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${dll}
+                            OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE)
+        endif()
         if(IS_ABSOLUTE "${path}" AND EXISTS "${path}")
             get_filename_component(path "${path}" REALPATH)
             file(COPY "${path}" DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
             list(APPEND VMGUI_RUNTIME_DLLS "${path}")
+        elseif(VMGUI_MINGW_RUNTIME_DIRS)
+            message(FATAL_ERROR "${dll} is in none of ${VMGUI_MINGW_RUNTIME_DIRS}")
         endif()
     endforeach()
 endif()

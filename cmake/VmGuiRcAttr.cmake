@@ -12,20 +12,26 @@
 #     target_include_directories(my_target PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/data)
 include_guard(GLOBAL)
 
-function(vmgui_rcattr output input)
+# vmgui_rc_tool(<tool> <what> <output.rc> <input.txt>): the build-time run of one of the
+# resource-script tools (rcattr, rctoolbar), as described above.
+function(vmgui_rc_tool name what output input)
     get_filename_component(output "${output}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_BINARY_DIR}")
     get_filename_component(input "${input}" ABSOLUTE BASE_DIR "${CMAKE_CURRENT_SOURCE_DIR}")
     get_filename_component(folder "${output}" DIRECTORY)
     # The tool of this build, or the installed one of find_package(VmGui).
-    set(tool rcattr)
-    if(TARGET VmGui::rcattr)
-        set(tool VmGui::rcattr)
+    set(tool ${name})
+    if(TARGET VmGui::${name})
+        set(tool VmGui::${name})
     endif()
     add_custom_command(
         OUTPUT "${output}"
         COMMAND ${CMAKE_COMMAND} -E make_directory "${folder}"
         COMMAND ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${tool}> "${input}" "${output}"
         DEPENDS ${tool} "${input}"
-        COMMENT "Writing attribute data ${output}"
+        COMMENT "Writing ${what} ${output}"
         VERBATIM)
+endfunction()
+
+function(vmgui_rcattr output input)
+    vmgui_rc_tool(rcattr "attribute data" "${output}" "${input}")
 endfunction()

@@ -24,17 +24,18 @@ if(VMGUI_BUILD_TESTS)
     endif()
 endif()
 
-# vmgui_add_test(NAME source... LIBS lib... ARGS arg...): one executable, one CTest entry.
+# The function that registers a test program, run through Wine when cross compiling; the
+# same file is installed with the package for the tests of applications.
+set(VMGUI_WINE_RUN "${CMAKE_CURRENT_LIST_DIR}/../tools/wine-run.sh")
+set(VMGUI_DLL_DIRS "") # the DLLs lie beside the tests, in <build>/bin
+include(${CMAKE_CURRENT_LIST_DIR}/VmGuiWineTest.cmake)
+
+# vmgui_add_test(NAME source... LIBS lib... ARGS arg...): one GoogleTest executable, one CTest
+# entry.
 function(vmgui_add_test name)
     cmake_parse_arguments(ARG "" "" "LIBS;ARGS" ${ARGN})
     add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
     target_link_libraries(${name} PRIVATE GTest::gtest_main ${ARG_LIBS})
     vmgui_warnings(${name})
-    add_test(NAME ${name} COMMAND ${name} --gtest_color=no ${ARG_ARGS})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 600)
-    if(WIN32)
-        # The test programs share one desktop (one Wine server): a window of one program that
-        # is activated while another runs would take the keyboard focus from it.
-        set_tests_properties(${name} PROPERTIES RESOURCE_LOCK desktop)
-    endif()
+    vmgui_add_wine_test(${name} ARGS --gtest_color=no ${ARG_ARGS})
 endfunction()

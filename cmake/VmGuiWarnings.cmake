@@ -1,8 +1,17 @@
-# Warnings on for the project's own targets.
+# Warnings on for the project's own targets; with VMGUI_WERROR (the test command sets it)
+# every warning fails the build. Targets from outside (GoogleTest) are not touched.
+option(VMGUI_WERROR "Treat warnings of the project's own targets as errors" OFF)
+
 function(vmgui_warnings target)
     if(MSVC)
         target_compile_options(${target} PRIVATE /W4 /permissive-)
+        if(VMGUI_WERROR)
+            target_compile_options(${target} PRIVATE /WX)
+        endif()
     else()
         target_compile_options(${target} PRIVATE -Wall -Wextra)
+        if(VMGUI_WERROR)
+            target_compile_options(${target} PRIVATE -Werror)
+        endif()
     endif()
 endfunction()

@@ -7,14 +7,4 @@ find_program(CMAKE_C_COMPILER NAMES ${_triplet}-gcc-posix ${_triplet}-gcc REQUIR
 find_program(CMAKE_CXX_COMPILER NAMES ${_triplet}-g++-posix ${_triplet}-g++ REQUIRED)
 find_program(CMAKE_RC_COMPILER NAMES ${_triplet}-windres windres REQUIRED)
 
-set(CMAKE_FIND_ROOT_PATH /usr/${_triplet})
-set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
-set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
-# Packages of ours are installed in prefixes outside the sysroot (CMAKE_PREFIX_PATH).
-set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE BOTH)
-
-# Tests and build-time tools run through Wine; the wrapper prepares a private prefix.
-if(NOT DEFINED CMAKE_CROSSCOMPILING_EMULATOR)
-    set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/../tools/wine-run.sh")
-endif()
+include(${CMAKE_CURRENT_LIST_DIR}/mingw-w64-sysroot.cmake)

@@ -43,6 +43,8 @@ bool reference(std::string const& fmt, Number value, std::string& out) {
     if (integer && value.isFloating)
         return false; // the double's conversion to a long is checked by the unit tests
     char buffer[4096];
+// The reference is the C library's own snprintf run with the format under test, which
+// therefore cannot be a literal.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
     int n = integer ? std::snprintf(buffer, sizeof buffer, plain.c_str(), value.wholeValue)

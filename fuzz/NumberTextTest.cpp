@@ -46,6 +46,8 @@ std::string reference(char const* fmt, Number value) {
         integer = std::strchr("diouxX", p[1 + span]) != nullptr;
         break;
     }
+// The reference is the C library's own snprintf run with the format under test, which
+// therefore cannot be a literal.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
     if (integer)

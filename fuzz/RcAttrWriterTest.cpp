@@ -6,6 +6,7 @@
 
 #include "GwRcDataParser.h"
 #include "RcAttrWriter.h"
+#include "RcScriptTesting.h"
 
 namespace {
 
@@ -27,45 +28,6 @@ Read read(std::string const& text) {
     Read result;
     result.ok = rcAttrRead(text, result.resources, result.messages);
     return result;
-}
-
-// The bytes of the quoted strings of a resource script between BEGIN and END, decoded as
-// the resource compiler does (octal escapes; no terminator is added).
-std::vector<std::string> scriptData(std::string const& script) {
-    std::vector<std::string> blocks;
-    std::size_t pos = 0;
-    while ((pos = script.find("\nBEGIN\n", pos)) != std::string::npos) {
-        std::size_t end = script.find("\nEND\n", pos);
-        std::string bytes;
-        bool inString = false;
-        bool inComment = false;
-        for (std::size_t i = pos + 7; i < end; ++i) {
-            char c = script[i];
-            if (inComment) {
-                if (c == '*' && script[i + 1] == '/') {
-                    inComment = false;
-                    ++i;
-                }
-            } else if (!inString) {
-                if (c == '"')
-                    inString = true;
-                else if (c == '/' && script[i + 1] == '*')
-                    inComment = true;
-            } else if (c == '"') {
-                inString = false;
-            } else if (c == '\\') {
-                int value =
-                    (script[i + 1] - '0') * 64 + (script[i + 2] - '0') * 8 + (script[i + 3] - '0');
-                bytes += static_cast<char>(value);
-                i += 3;
-            } else {
-                bytes += c;
-            }
-        }
-        blocks.push_back(bytes);
-        pos = end;
-    }
-    return blocks;
 }
 
 std::string const kSample = R"(# Attributes of dialog 1000 and menu 2000.
@@ -186,11 +148,7 @@ TEST(RcAttrText, EmptyBlockAndEmptyText) {
 }
 
 TEST(RcAttrText, ReportsMistakesWithTheirLine) {
-    struct Case {
-        char const* text;
-        int line;
-        char const* message;
-    } const cases[] = {
+    RcMistake const mistakes[] = {
         {"attributes 1\ncontrl 5\n", 2, "unknown keyword 'contrl'"},
         {"attributes 1\ncontrol 5\n  HelpId = 65536\n", 3, "out of range (0 to 65535)"},
         {"attributes 1\ncontrol 5\n  HelpId = -1\n", 3, "out of range"},
@@ -225,15 +183,7 @@ TEST(RcAttrText, ReportsMistakesWithTheirLine) {
         {"attributes 1\nattributes 2\nattributes 1\n", 3, "repeat line 1"},
         {"1000\n", 1, "begins with a keyword or a key"},
     };
-    for (Case const& c : cases) {
-        Read result = read(c.text);
-        EXPECT_FALSE(result.ok) << c.text;
-        ASSERT_EQ(result.messages.size(), 1u) << c.text;
-        EXPECT_FALSE(result.messages[0].warning) << c.text;
-        EXPECT_EQ(result.messages[0].line, c.line) << c.text;
-        EXPECT_NE(result.messages[0].text.find(c.message), std::string::npos)
-            << c.text << " -> " << result.messages[0].text;
-    }
+    rcExpectMistakes(mistakes, read);
 }
 
 TEST(RcAttrText, WarnsAboutRepeatsThatLookupsSkip) {
@@ -262,7 +212,7 @@ TEST(RcAttrScript, StringsCarryExactlyTheBytes) {
     // Nothing that a preprocessor or resource compiler could take for something else.
     EXPECT_EQ(script.find("??"), std::string::npos);
 
-    std::vector<std::string> blocks = scriptData(script);
+    std::vector<std::string> blocks = rcScriptData(script);
     ASSERT_EQ(blocks.size(), 2u);
     for (std::size_t i = 0; i < blocks.size(); ++i) {
         std::vector<GwRcDataRecord> records;
@@ -283,7 +233,7 @@ TEST(RcAttrScript, ExampleBytes) {
     resources[0].entries.push_back({exampleEntries()[0], "control 1001", 1});
     std::string script, error;
     ASSERT_TRUE(rcAttrScript(resources, "x.txt", script, error));
-    std::vector<std::string> blocks = scriptData(script);
+    std::vector<std::string> blocks = rcScriptData(script);
     ASSERT_EQ(blocks.size(), 1u);
     EXPECT_EQ(blocks[0], kExampleBytes);
 }

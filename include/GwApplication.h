@@ -7,6 +7,9 @@
 
 class GwResource;
 
+// The application object of a process: its arguments, names, start-up hooks and message
+// loop.
+//
 // An application derives its own class from GwApplication; the program's entry code
 // constructs it, sets the arguments and calls run().
 //
@@ -33,6 +36,7 @@ public:
         eWheelScrollLines = 6, // SPI_GETWHEELSCROLLLINES; 0 when the system does not answer
     };
 
+    // When current: runs every hook's exitInstance() and is current no longer.
     ~GwApplication() override;
 
     // Both do nothing here and answer true.
@@ -46,18 +50,24 @@ public:
     // The current application (there must be one).
     static GwApplication& current();
 
+    // The program's arguments as main received them (not copied: they must outlive the
+    // application).
     GwApplication& setArgs(int argc, char const* const* argv);
     int argc() const { return mArgc; }
     // Null at or beyond the argument count.
     char const* argv(int i) const;
 
+    // The program's exit code, kept for the entry code to return.
     GwApplication& setResult(int result);
     int result() const { return mResult; }
 
+    // The application's name (the help file's name when no help name is set).
     GwApplication& setName(String const& name);
     // The name, or when none is set, the name of the object's run-time class.
     String name() const;
 
+    // The help file of frames without a help file of their own; without one, a file named
+    // after the application beside the executable.
     GwApplication& setHelpName(String const& name);
     // Empty until set.
     String const& HelpName() const { return mHelpName; }
@@ -76,9 +86,11 @@ public:
     // 0 for an unknown value.
     long systemValue(eSystemValue which) const;
 
+    // The current application, or null.
     static GwApplication* mTheApplication;
 
 protected:
+    // An unnamed application, or one with a name; the first one constructed becomes current.
     GwApplication();
     explicit GwApplication(String const& name);
     // The copy takes the arguments, names, result and resource references. It becomes

@@ -37,6 +37,7 @@ public:
     // The same onto the client area of the window, through its device (GetDC/ReleaseDC).
     void draw(GwWindow& window, short x, short y, bool invert) const;
 
+    // A bitmap without handle, identifier 0.
     static GwBitmap* newInstance(EventData const* data);
 
 private:

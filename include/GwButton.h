@@ -70,14 +70,17 @@ public:
     // A visible push button with WS_GROUP and WS_TABSTOP, at 0,0 with size 0 (place it with
     // setPosition and setDimension).
     GwPushButton(GwWindow const& parent, unsigned long long id, String const& text);
+    // Clones the source's platform button (see GwControl); assignment is memberwise.
     GwPushButton(GwPushButton const& source) : GwButton(source) {}
     GwPushButton(GwPushButton&& source) : GwPushButton(static_cast<GwPushButton const&>(source)) {}
     GwPushButton& operator=(GwPushButton const& other);
     ~GwPushButton() override;
 
+    // A push button attached to the window that GwEventData carries; null without one.
     static GwPushButton* newInstance(EventData const* data);
 
 protected:
+    // Attaches to an existing window; without one, a button with no window.
     explicit GwPushButton(void* hwnd = nullptr) : GwButton(hwnd) {}
 };
 
@@ -86,7 +89,9 @@ class VMGUI_API GwToggleButton : public GwButton {
     GW_DECLARE_CLASS(GwToggleButton)
 
 public:
+    // A visible check box with WS_GROUP and WS_TABSTOP, at 0,0 with size 0.
     GwToggleButton(GwWindow const& parent, unsigned long long id, String const& text);
+    // Clones the source's platform button (see GwControl); assignment is memberwise.
     GwToggleButton(GwToggleButton const& source) : GwButton(source) {}
     GwToggleButton(GwToggleButton&& source)
         : GwToggleButton(static_cast<GwToggleButton const&>(source)) {}
@@ -96,9 +101,11 @@ public:
     // Unchecked or checked as GwButton::setValue; any other state changes nothing.
     GwToggleButton& setValue(GwWindow::eCheckState state) override;
 
+    // A check box attached to the window that GwEventData carries; null without one.
     static GwToggleButton* newInstance(EventData const* data);
 
 protected:
+    // Attaches to an existing window; without one, a button with no window.
     explicit GwToggleButton(void* hwnd = nullptr) : GwButton(hwnd) {}
 };
 
@@ -107,16 +114,20 @@ class VMGUI_API Gw3StateButton : public GwButton {
     GW_DECLARE_CLASS(Gw3StateButton)
 
 public:
+    // A visible three-state box with WS_GROUP and WS_TABSTOP, at 0,0 with size 0.
     Gw3StateButton(GwWindow const& parent, unsigned long long id, String const& text);
+    // Clones the source's platform button (see GwControl); assignment is memberwise.
     Gw3StateButton(Gw3StateButton const& source) : GwButton(source) {}
     Gw3StateButton(Gw3StateButton&& source)
         : Gw3StateButton(static_cast<Gw3StateButton const&>(source)) {}
     Gw3StateButton& operator=(Gw3StateButton const& other);
     ~Gw3StateButton() override;
 
+    // A three-state box attached to the window that GwEventData carries; null without one.
     static Gw3StateButton* newInstance(EventData const* data);
 
 protected:
+    // Attaches to an existing window; without one, a button with no window.
     explicit Gw3StateButton(void* hwnd = nullptr) : GwButton(hwnd) {}
 };
 
@@ -126,7 +137,9 @@ class VMGUI_API GwRadioButton : public GwButton {
     GW_DECLARE_CLASS(GwRadioButton)
 
 public:
+    // A visible radio button with WS_GROUP and WS_TABSTOP, at 0,0 with size 0.
     GwRadioButton(GwWindow const& parent, unsigned long long id, String const& text);
+    // Clones the source's platform button (see GwControl); assignment is memberwise.
     GwRadioButton(GwRadioButton const& source) : GwButton(source) {}
     GwRadioButton(GwRadioButton&& source)
         : GwRadioButton(static_cast<GwRadioButton const&>(source)) {}
@@ -136,9 +149,11 @@ public:
     // Unchecked or checked as GwButton::setValue; any other state changes nothing.
     GwRadioButton& setValue(GwWindow::eCheckState state) override;
 
+    // A radio button attached to the window that GwEventData carries; null without one.
     static GwRadioButton* newInstance(EventData const* data);
 
 protected:
+    // Attaches to an existing window; without one, a button with no window.
     explicit GwRadioButton(void* hwnd = nullptr) : GwButton(hwnd) {}
 };
 
@@ -148,14 +163,19 @@ class VMGUI_API GwUserButton : public GwButton {
     GW_DECLARE_CLASS(GwUserButton)
 
 public:
+    // A visible owner-drawn button (BS_OWNERDRAW) with WS_GROUP and WS_TABSTOP, at 0,0 with size 0.
     GwUserButton(GwWindow const& parent, unsigned long long id, String const& text);
+    // Clones the source's platform button (see GwControl); assignment is memberwise.
     GwUserButton(GwUserButton const& source) : GwButton(source) {}
     GwUserButton(GwUserButton&& source) : GwUserButton(static_cast<GwUserButton const&>(source)) {}
     GwUserButton& operator=(GwUserButton const& other);
     ~GwUserButton() override;
 
+    // An owner-drawn button attached to the window that GwEventData carries; null without
+    // one.
     static GwUserButton* newInstance(EventData const* data);
 
 protected:
+    // Attaches to an existing window; without one, a button with no window.
     explicit GwUserButton(void* hwnd = nullptr) : GwButton(hwnd) {}
 };

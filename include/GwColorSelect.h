@@ -3,6 +3,8 @@
 
 #include "GwDialog.h"
 
+// The colour dialog of the platform.
+//
 // Shows ChooseColorA modally from setVisible, whatever its argument, owned by a frame and
 // starting with the colour set; makes no window of its own. result() is non-zero when the
 // user confirmed; a cancelled dialog leaves result() 0 and the colour as it was. The sixteen
@@ -13,6 +15,8 @@ class VMGUI_API GwColorSelect : public GwDialog {
     GW_DECLARE_CLASS(GwColorSelect)
 
 public:
+    // A colour dialog owned by a frame, starting with a colour given by its parts or as
+    // 0x00RRGGBB.
     GwColorSelect(GwFrame& owner, unsigned char r, unsigned char g, unsigned char b);
     GwColorSelect(GwFrame& owner, unsigned long colour);
     // Copies the colour, the custom colours, the owner and the result.
@@ -23,6 +27,7 @@ public:
     // Shows the dialog; the window active before is made active again afterwards.
     GwColorSelect& setVisible(bool visible) override;
 
+    // The colour (0x00RRGGBB, or its parts); the chosen one after a confirmed showing.
     unsigned long color() const;
     void color(unsigned char& r, unsigned char& g, unsigned char& b) const;
     GwColorSelect& setColor(unsigned long colour);
@@ -32,6 +37,7 @@ public:
     void customColors(unsigned long* const colours) const;
     GwColorSelect& setCustomColors(unsigned long* const colours);
 
+    // The frame that owns the dialog.
     GwFrame* owner() const { return mOwner; }
 
     // Null: a colour dialog needs its frame.

@@ -11,6 +11,8 @@ class GwEditField;
 class GwLines;
 struct GwLineChannel;
 
+// A drop-down combo box: an edit field that holds a number, over a list of item lines.
+//
 // The lines behave exactly as those of GwListBox (the same implementation with the combo
 // box's messages): copies of items as item data, owned by the combo box, searches by
 // identifier and by item equality, replacement of an equal line, addAt(0, …) appending, and
@@ -34,24 +36,31 @@ public:
     GwComboBox& operator=(GwComboBox const& other);
     ~GwComboBox() override;
 
-    // ---- The edit part (forwarded to it; a setter of the format, a bound or a flag runs
-    // its check, which rewrites the text in the format)
+    // The edit part, null for a drop-down list. The operations up to changed() forward to
+    // it, as GwEditField documents them; a setter of the format, a bound or a flag runs its
+    // check, which rewrites the text in the format.
     GwEditField* editPart() const { return mEditPart; }
+    // Writes the value in the format.
     GwComboBox& setValue(double value);
     GwComboBox& setValue(long value);
     // As setValue(long): a plain int literal would otherwise fit both forms.
     GwComboBox& setValue(int value) { return setValue(static_cast<long>(value)); }
+    // The text read as a number.
     operator double() const;
     operator long() const;
+    // The printf-style format of the number.
     GwComboBox& setFormat(char const* format);
     char const* format() const;
+    // Switch correction, the lower and the upper bound on or off.
     GwComboBox& checkFormat(bool on);
     GwComboBox& checkMinValue(bool on);
     GwComboBox& checkMaxValue(bool on);
+    // Set a bound.
     GwComboBox& setMinValue(double value);
     GwComboBox& setMaxValue(double value);
-    // No check.
+    // The value of text without a number; setting it runs no check.
     GwComboBox& setDefaultValue(double value);
+    // The bounds and the default value.
     double minValue() const;
     double maxValue() const;
     double defaultValue() const;
@@ -63,20 +72,27 @@ public:
     // whether the selected line differs from the one last seen (which it then becomes).
     bool changed() const;
 
-    // ---- Lines (as GwListBox; sorted means CBS_SORT in the style at the time of the call)
+    // The lines work as GwListBox's do; sorted means CBS_SORT in the style at the time of
+    // the call.
     using GwControl::add;
     using GwControl::remove;
+    // Adds a line for a copy of the item, or for a GwTextItem with a fresh identifier and
+    // the text; the forms with a position insert as addAt does.
     GwComboBox& add(GwItem const& item) override;
     GwComboBox& add(String const& text);
     GwComboBox& add(String const& text, int position);
     GwComboBox& add(GwItem const& item, int position);
+    // Inserts at position, replacing a line there that is equal to the item (as GwListBox).
     GwComboBox& addAt(int position, GwItem const& item);
+    // Removes the lines equal to the item, with the identifier, at the position, or all.
     GwComboBox& remove(GwItem const& item) override;
     GwComboBox& remove(unsigned long long id);
     GwComboBox& removeAt(int position);
     GwComboBox& remove();
+    // The copy of a line by identifier or position; a shared empty item when there is none.
     GwItem const& item(unsigned long long id) const;
     GwItem const& itemAt(int position) const;
+    // The number of lines.
     int size() const;
     int sizeOf() const { return size(); }
 
@@ -85,13 +101,15 @@ public:
     // Sets or clears CBS_SORT; the lines keep their order.
     GwComboBox& setSorting(GwWindow::eSorting sorting);
 
-    // ---- Selection (single): the found line becomes the selection (on) or nothing does.
+    // The line found by identifier, item or position becomes the selection (on), or nothing
+    // is selected (off).
     GwComboBox& setSelected(unsigned long long id, bool on);
     GwComboBox& select(unsigned long long id, bool on) { return setSelected(id, on); }
     GwComboBox& setSelected(GwItem const& item, bool on);
     GwComboBox& select(GwItem const& item, bool on) { return setSelected(item, on); }
     GwComboBox& setSelectedAt(int position, bool on);
     GwComboBox& selectAt(int position, bool on) { return setSelectedAt(position, on); }
+    // Whether the line found by identifier, item or position is the selected one.
     bool selected(unsigned long long id) const;
     bool selected(GwItem const& item) const;
     bool selectedAt(int position) const;
@@ -101,6 +119,7 @@ public:
     // line that holds no copy).
     unsigned long long selected() const;
 
+    // A combo box attached to the window that GwEventData carries; null without one.
     static GwComboBox* newInstance(EventData const* data);
 
 protected:

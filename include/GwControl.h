@@ -3,6 +3,8 @@
 
 #include "GwWindow.h"
 
+// The base of every child control. A control's events (activate, select, value) bubble
+// to the handlers of its top-level window with the control as the window argument.
 class VMGUI_API GwControl : public GwWindow {
     GW_DECLARE_CLASS(GwControl)
 

@@ -5,6 +5,8 @@
 #include "GwObjectTable.h"
 #include "GwWindow.h"
 
+// The base of the bars that a frame stacks along its edges.
+//
 // A control bar tells its frame how much room it needs along an edge (calculate) and offers
 // a drag gesture that follows the pointer with a focus rectangle drawn on the desktop
 // (dragBegin). The status bar and tool bars derive from it.
@@ -20,6 +22,7 @@ public:
         eRelease = 4     // frees the records of the given table (tool bars)
     };
 
+    // Copies and moves are memberwise: both objects name the same window.
     GwControlBar(GwControlBar const& other);
     GwControlBar(GwControlBar&& other);
     GwControlBar& operator=(GwControlBar const& other);
@@ -41,6 +44,7 @@ public:
     static GwControlBar* newInstance(EventData const* data);
 
 protected:
+    // A bar without window; the derived bar creates it.
     GwControlBar();
     // A bar for an existing window (bound and subclassed); none for a null handle.
     explicit GwControlBar(void* handle);
@@ -53,6 +57,7 @@ class VMGUI_API GwDockBar : public GwControlBar {
 public:
     // A dock bar without window.
     GwDockBar();
+    // Memberwise: both objects name the same window.
     GwDockBar(GwDockBar const& other);
     GwDockBar& operator=(GwDockBar const& other);
     ~GwDockBar() override;
@@ -61,5 +66,6 @@ public:
     static GwDockBar* newInstance(EventData const* data);
 
 protected:
+    // A dock bar for an existing window (bound and subclassed).
     explicit GwDockBar(void* handle);
 };

@@ -66,6 +66,10 @@ protected:
 
     // A visible dialog is hidden (ending its modal loop), then its children are destroyed.
     bool exitInstance() override;
+    // Applies dialog navigation (IsDialogMessageA) to the queued messages. In a top-level
+    // dialog, a close that no handler takes ends the dialog with IDCANCEL, and a push button
+    // that no handler takes (one with a library object, or OK or Cancel) ends it with the
+    // button's identifier; the button with identifier 0 opens the help file.
     long long msgHandler(unsigned long long msg, unsigned long long wParam,
                          long long lParam) override;
     // WM_COMMAND from a control window.

@@ -5,6 +5,8 @@
 
 #include "GwDialog.h"
 
+// The open and save dialogs of the platform.
+//
 // Shows GetOpenFileNameA or GetSaveFileNameA modally from setVisible, whatever its argument,
 // and makes no window of its own; result() is non-zero when the user confirmed, 0 when the
 // dialog was cancelled or failed. The chosen paths come from an Iterator made from the
@@ -56,6 +58,7 @@ public:
         // reads like a multiple selection. The buffer is read only up to its end: a buffer
         // full to its last byte without an ending empty string ends the list there.
         explicit Iterator(GwFileSelect const& dialog);
+        // Copies the paths and the position.
         Iterator(Iterator const& other);
         Iterator& operator=(Iterator const& other);
         ~Iterator() override;
@@ -64,19 +67,24 @@ public:
         String begin();
         // Position past the last path and the path there, which is the empty string.
         String end();
+        // The path at the current position (empty past the last).
         String operator*() const;
         String const* operator->() const;
         // Advances, then answers the new current path.
         String operator++();
         // Answers the current path, then advances.
         String operator++(int);
+        // Steps back, then answers the new current path; the postfix form answers the current
+        // path, then steps back.
         String operator--();
         String operator--(int);
 
         // The number of paths.
         int count() const { return mCount; }
+        // The current position (0 for the first path).
         int position() const { return mPosition; }
 
+        // An iterator without paths.
         static Iterator* newInstance(EventData const* data);
 
     protected:
@@ -95,6 +103,7 @@ public:
         int mPosition;
     };
 
+    // An open dialog without owner, or owned by a window (null for none).
     GwFileSelect();
     explicit GwFileSelect(GwWindow const& parent);
     explicit GwFileSelect(GwWindow const* parent);
@@ -109,6 +118,8 @@ public:
     // active again afterwards.
     GwFileSelect& setVisible(bool visible) override;
 
+    // The filter list: description|pattern pairs separated by "|", several patterns of one
+    // entry by ";" ("Text|*.txt|All|*.*|").
     GwFileSelect& setFilter(String const& filter);
     String const& filter() const { return mFilter; }
     // The extension appended to names without "." (".txt", or empty), from the last showing.
@@ -122,7 +133,9 @@ public:
 
     // The save dialog when on; OFN_FILEMUSTEXIST is set to the opposite.
     GwFileSelect& setSaveAs(bool saveAs);
+    // Whether the save dialog is shown.
     bool saveAs() const { return mSaveAs; }
+    // Whether several files may be chosen (OFN_ALLOWMULTISELECT).
     GwFileSelect& setMultiselect(bool multiselect);
     bool multiselect() const;
     // A value above eSaveAs changes nothing.
@@ -138,6 +151,7 @@ public:
     // The offset of the name in the buffer after a single selection, as the dialog left it.
     unsigned short fileOffset() const;
 
+    // An open dialog without owner.
     static GwFileSelect* newInstance(EventData const* data);
 
 private:

@@ -27,6 +27,7 @@ class VMGUI_API GwFrame : public GwWindow {
     GW_DECLARE_CLASS(GwFrame)
 
 public:
+    // The border and caption that setBorderStyle gives the frame.
     enum eBorderStyle {
         eNoBorder = 0,     // no caption, no sizing border
         eSizingBorder = 1, // WS_CAPTION | WS_THICKFRAME
@@ -53,10 +54,12 @@ public:
     // Replaces the WinHelp call of the help key (see msgHandler, WM_HELP).
     class VMGUI_API GwHelpFunctor {
     public:
+        // A functor holds no state here; derived functors copy theirs.
         GwHelpFunctor() = default;
         GwHelpFunctor(GwHelpFunctor const&) = default;
         GwHelpFunctor& operator=(GwHelpFunctor const&) = default;
         virtual ~GwHelpFunctor();
+        // Answers the help key.
         virtual void operator()() = 0;
     };
 
@@ -70,6 +73,7 @@ public:
     // One control bar of the frame and the edge it is stacked along.
     struct GwBar {
         GwControlBar* bar; // not owned
+        // The edge the bar is stacked along.
         GwWindow::eAlignment side;
     };
 
@@ -135,6 +139,7 @@ public:
     // The menu of the identifier: from the frame's menu cache, else loaded from the
     // frame's resource and cached (owned by the frame). Null when the resource lacks it.
     GwMenu* menu(unsigned long long id);
+    // The menu bar (null for none) and the library menus merged into it (eMenuStyle bits).
     GwMenu* menuBar() const { return mMenuBar; }
     int menuStyle() const { return mMenuStyle; }
     // The menu whose entry the pointer selected last (null outside menus).
@@ -149,6 +154,7 @@ public:
     GwFrame& setResource(GwResource const& resource);
     GwResource& resource() const { return *mResource; }
 
+    // Replaces the caption and border styles of the window (eBorderStyle).
     GwFrame& setBorderStyle(eBorderStyle style);
     // Sets or clears the one style bit that flag stands for; other values do nothing.
     GwFrame& setFrameStyle(eFrameStyle flag, bool on);
@@ -183,6 +189,7 @@ public:
     // The help mode of the process: 0, or the GwWM_Message code of the help request being
     // answered (0x1010 Shift+F1, 0x1011 F1, 0x1012 open the help file with the shell).
     static unsigned int gHelpMode;
+    // Registers the window class "GwFrame".
     static GwRegister gStartup;
 
 protected:

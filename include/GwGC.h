@@ -9,6 +9,8 @@
 
 class GwWindow;
 
+// The drawing surface of a window, with an upward y axis.
+//
 // A GwGC wraps the device context (HDC) of a window. Preparing the device fixes the
 // coordinate system: one logical unit is one pixel, logical (0, 0) is the bottom-left corner
 // of the client area and y grows upwards. Every context selects the process-wide halftone
@@ -69,6 +71,7 @@ public:
     // fetches the window's device itself (GetDC) and gives it back at destruction; otherwise
     // it prepares and uses the given device (HDC) without owning it.
     GwGC(GwWindow const* window, void* device);
+    // Takes every setting and the device and window of other (the device is then shared).
     GwGC& operator=(GwGC const& other);
     ~GwGC() override;
 
@@ -90,8 +93,12 @@ public:
                            int which = 0);
     // size in points, angle in radians counter-clockwise.
     virtual GwGC& setFont(String const& face, int size, double angle = 0.0);
+    // How drawing combines with the pixels (eDrawMode); with background, whether text
+    // backgrounds are painted.
     virtual GwGC& setDrawMode(eDrawMode mode, bool background = false);
+    // The pen's style and width (0: one pixel).
     virtual GwGC& setLineStyle(eLineStyle style, unsigned int width = 0);
+    // The brush that filled shapes are painted with.
     virtual GwGC& setPatternStyle(ePatternStyle pattern);
     // Keeps the top four bits of flags (the placement) and DT_NOCLIP unless bit 30 is set.
     virtual GwGC& setTextMode(unsigned int flags);
@@ -118,7 +125,9 @@ public:
     // The arc of the circle through the three points from a through b to c. Nothing for
     // collinear or coincident points.
     virtual GwGC& drawArc(GwPosition const& a, GwPosition const& b, GwPosition const& c);
+    // A circle around centre, its outline or filled with the brush.
     virtual GwGC& drawCircle(GwPosition const& centre, int radius, bool filled = false);
+    // One pixel in the foreground colour.
     virtual void drawPixel(long x, long y);
     virtual GwGC& drawPixel(GwPosition const& position);
     // Filled: x to x + width and y to y + height, the far edges excluded. Outline: the
@@ -126,18 +135,21 @@ public:
     virtual GwGC& drawRectangle(GwRectangle const& rectangle, bool filled = false);
     // Filled: both corners' rows and columns included. Outline: through the four corners.
     virtual GwGC& drawRectangle(GwPosition const& a, GwPosition const& b, bool filled = false);
+    // Lines through count points in turn (nothing for none).
     virtual GwGC& drawPolyline(GwPosition const* points, int count);
     // An outline is closed by a line from the last point to the first unless they are equal.
     virtual GwGC& drawPolygon(GwPosition const* points, int count, bool filled = false);
     // A star of four lines reaching 4 units from the point; type is not used.
     virtual void drawMarker(long x, long y, int type);
     virtual GwGC& drawMarker(GwPosition const& position, int type);
+    // drawLine, drawArc, drawCircle and drawRectangle (by two corners) on plain numbers.
     virtual void drawLine2D(long x1, long y1, long x2, long y2);
     virtual void drawArc2D(long ax, long ay, long bx, long by, long cx, long cy);
     virtual void drawCircle2D(long x, long y, long radius, bool filled);
     virtual void drawRectangle2D(long x1, long y1, long x2, long y2, bool filled);
     // xy holds count pairs of x and y.
     virtual void drawPolyline2D(long count, long* xy);
+    // drawPolygon on count pairs of x and y.
     virtual void drawPolygon2D(long count, long* xy, bool filled);
 
     // The same, drawn inverting (R2_NOT); the draw mode is back to copying afterwards, so
@@ -154,12 +166,15 @@ public:
     void* device() const { return mDevice; }
     // The window drawn into (HWND), null when there is none or it was destroyed.
     void* window() const { return mWindow; }
+    // Whether the context gives the device back when it ends.
     bool ownsDevice() const { return mOwnsDevice; }
     // The current colours as COLORREFs.
     unsigned long foreground() const { return mForeground; }
     unsigned long background() const { return mBackground; }
+    // The fixed colours (see getColorMode).
     unsigned long fixedForeground() const { return mFixedForeground; }
     unsigned long fixedBackground() const { return mFixedBackground; }
+    // The settings as last set: text mode, pen style and width, brush pattern.
     unsigned int textMode() const { return mTextMode; }
     eLineStyle lineStyle() const { return mLineStyle; }
     unsigned int lineWidth() const { return mLineWidth; }
@@ -173,6 +188,7 @@ public:
     // Non-zero: font angles count as they stand; zero: they are mirrored (3600 - tenths),
     // because the device's y axis is inverted.
     static int gdi_orientation;
+    // Frees the process-wide fonts and palettes when the library shuts down.
     static GwRegister gStartup;
 
 protected:
@@ -209,19 +225,19 @@ protected:
     // Deletes the pen and brush the context made, which no device may hold selected any more.
     void releasePenAndBrush();
 
-    void* mDevice;
-    bool mOwnsDevice : 1;
-    void* mWindow;
-    unsigned long mForeground;
-    unsigned long mBackground;
-    unsigned int mTextMode;
-    unsigned int mLineWidth;
-    eLineStyle mLineStyle;
-    ePatternStyle mPatternStyle;
-    double mTextSin;
-    double mTextCos;
-    unsigned long mFixedForeground;
-    unsigned long mFixedBackground;
+    void* mDevice;                  // the HDC, null without one
+    bool mOwnsDevice : 1;           // the context releases the device when it ends
+    void* mWindow;                  // the window's HWND, null for a device of its own
+    unsigned long mForeground;      // the pen and text colour
+    unsigned long mBackground;      // the brush and text background colour
+    unsigned int mTextMode;         // the flags of setTextMode
+    unsigned int mLineWidth;        // the pen width
+    eLineStyle mLineStyle;          // the pen style
+    ePatternStyle mPatternStyle;    // the brush pattern
+    double mTextSin;                // sine of the text angle
+    double mTextCos;                // cosine of the text angle
+    unsigned long mFixedForeground; // the fixed foreground (see fixedForeground)
+    unsigned long mFixedBackground; // the fixed background (see fixedBackground)
 
 private:
     friend class GwGCWMF;

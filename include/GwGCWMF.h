@@ -5,6 +5,9 @@
 
 #include "GwGC.h"
 
+// A graphics context that records a metafile, to play it, put it on the clipboard or write it
+// to a file.
+//
 // Draws like a GwGC, in the same upward coordinates, into an enhanced metafile in memory:
 // the recording device's y axis points down, so every drawing operation turns the library's
 // y into height - y (the dimension's height). The recording can be played into another
@@ -22,6 +25,7 @@ public:
     // file may be null (a context that never touches a file). placeable applies only to a
     // Windows metafile (enhanced false).
     explicit GwGCWMF(char const* file = nullptr, bool enhanced = true, bool placeable = false);
+    // Takes the file, the flags and the frame, and shares the held metafile.
     GwGCWMF(GwGCWMF const& other);
     GwGCWMF& operator=(GwGCWMF const& other);
     // Ends a recording, writes the file when the recording was modified and a file is
@@ -53,6 +57,9 @@ public:
     // metafile and mirrored (3600 - tenths) for a Windows metafile, below 3600.
     GwGC& setFont(String const& face, int size, double angle = 0.0) override;
 
+    // How the context was made (enhanced or Windows metafile, placeable), whether the
+    // recording is still to be written to the file, the file's name, and the frame given to
+    // record.
     bool enhanced() const { return (mFileFlags & kEnhanced) != 0; }
     bool placeable() const { return (mFileFlags & kPlaceable) != 0; }
     bool modified() const { return (mFileFlags & kModified) != 0; }
@@ -61,8 +68,10 @@ public:
     GwDimension dimension() const { return GwDimension(mWidth, mHeight); }
     // The finished or loaded metafile (HENHMETAFILE), null while none is held.
     void* metafile() const;
+    // Whether a recording is in progress.
     bool recording() const { return mDevice != nullptr; }
 
+    // A context recording an enhanced metafile in memory.
     static GwGCWMF* newInstance(EventData const* data);
 
 private:

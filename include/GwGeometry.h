@@ -3,11 +3,14 @@
 
 #include "GwExport.h"
 
+// A point: x to the right, y upwards in the library's window coordinates.
 class VMGUI_API GwPosition {
 public:
+    // The origin, or the point (x, y).
     GwPosition() : mX(0), mY(0) {}
     GwPosition(long x, long y) : mX(x), mY(y) {}
 
+    // The coordinates, read and replaced one at a time.
     long x() const { return mX; }
     long y() const { return mY; }
     GwPosition& setX(long x) {
@@ -19,6 +22,7 @@ public:
         return *this;
     }
 
+    // Componentwise sum and difference; equal when both coordinates are.
     GwPosition operator+(GwPosition const& other) const;
     GwPosition operator-(GwPosition const& other) const;
     GwPosition& operator+=(GwPosition const& other);
@@ -36,11 +40,14 @@ private:
     long mY;
 };
 
+// A size: width and height (negative values are kept as given).
 class VMGUI_API GwDimension {
 public:
+    // The empty size, or width by height.
     GwDimension() : mWidth(0), mHeight(0) {}
     GwDimension(long width, long height) : mWidth(width), mHeight(height) {}
 
+    // The components, read and replaced one at a time.
     long width() const { return mWidth; }
     long height() const { return mHeight; }
     GwDimension& setWidth(long width) {
@@ -52,6 +59,7 @@ public:
         return *this;
     }
 
+    // Componentwise sum and difference; equal when both components are.
     GwDimension operator+(GwDimension const& other) const;
     GwDimension operator-(GwDimension const& other) const;
     GwDimension& operator+=(GwDimension const& other);
@@ -60,6 +68,7 @@ public:
     bool operator!=(GwDimension const& other) const;
     // True only when both components are strictly less (a partial order).
     bool operator<(GwDimension const& other) const;
+    // The componentwise maximum.
     GwDimension maximum(GwDimension const& other) const;
 
 private:
@@ -70,6 +79,7 @@ private:
 // Position (bottom-left corner in the library's bottom-up coordinates) and size.
 class VMGUI_API GwRectangle {
 public:
+    // The empty rectangle at the origin, or one from its four values or its two parts.
     GwRectangle() : mX(0), mY(0), mWidth(0), mHeight(0) {}
     GwRectangle(long x, long y, long width, long height)
         : mX(x), mY(y), mWidth(width), mHeight(height) {}
@@ -77,6 +87,7 @@ public:
         : mX(position.x()), mY(position.y()), mWidth(dimension.width()),
           mHeight(dimension.height()) {}
 
+    // The four values.
     long x() const { return mX; }
     long y() const { return mY; }
     long width() const { return mWidth; }
@@ -94,6 +105,7 @@ public:
     bool operator==(GwRectangle const& other) const;
     bool operator!=(GwRectangle const& other) const { return !(*this == other); }
 
+    // The corner and the size as values of their own.
     GwPosition position() const { return GwPosition(mX, mY); }
     GwDimension dimension() const { return GwDimension(mWidth, mHeight); }
 

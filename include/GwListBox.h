@@ -9,6 +9,8 @@
 class GwLines;
 struct GwLineChannel;
 
+// A list box whose lines are items.
+//
 // Each line shows an item's text and keeps the list's own copy of the item (made by the
 // item class's factory) as its item data, so that lines are found, selected and removed by
 // item identifier or item equality as well as by position. The list owns the copies: they
@@ -40,12 +42,14 @@ public:
     GwListBox& add(GwItem const& item) override;
     // A GwTextItem with a fresh identifier and the text.
     GwListBox& add(String const& text);
+    // As addAt(position, item), for the item or for a new GwTextItem with the text.
     GwListBox& add(String const& text, int position);
     GwListBox& add(GwItem const& item, int position);
     // Inserts at position, replacing a line there that is equal to the item; a position of
     // 0 or less, or past the last line, appends (position 0 does not insert at the top).
     // The sorting mode does not apply.
     GwListBox& addAt(int position, GwItem const& item);
+    // Removes the lines equal to the item, or the lines whose item has the identifier.
     GwListBox& remove(GwItem const& item) override;
     GwListBox& remove(unsigned long long id);
     // Nothing for a position past the last line; a negative one goes to the platform.
@@ -58,8 +62,10 @@ public:
     // The copy of a line, or a second shared empty item for a position out of range (and
     // for a line that holds no copy).
     GwItem const& itemAt(int position) const;
+    // The number of lines.
     int size() const;
     int sizeOf() const { return size(); }
+    // The first visible line; setting it scrolls the list.
     int topIndex() const;
     GwListBox& setTopIndex(int position);
 
@@ -67,6 +73,7 @@ public:
     GwWindow::eSorting sorting() const { return mSorting; }
     // Stores the mode and sets or clears LBS_SORT; the lines keep their order.
     GwListBox& setSorting(GwWindow::eSorting sorting);
+    // Whether the list allows several selected lines (LBS_MULTIPLESEL or LBS_EXTENDEDSEL).
     bool multipleSelection() const { return mMultiple; }
 
     // Selection of the line found by id / item / position: a single-selection list selects
@@ -82,6 +89,8 @@ public:
     GwListBox& setSelected(bool on);
     GwListBox& select(bool on) { return setSelected(on); }
 
+    // Whether the line with this item identifier, with an equal item, or at this position is
+    // selected; false when there is none.
     bool selected(unsigned long long id) const;
     bool selected(GwItem const& item) const;
     bool selectedAt(int position) const;
@@ -93,6 +102,7 @@ public:
     // none), not an identifier.
     unsigned long long selected() const;
 
+    // A list box attached to the window that GwEventData carries; null without one.
     static GwListBox* newInstance(EventData const* data);
 
 protected:

@@ -93,6 +93,7 @@ class VMGUI_API GwMDIClient : public GwWindow {
     GW_DECLARE_CLASS(GwMDIClient)
 
 public:
+    // How arrange places the children.
     enum eArrangeType {
         eCascade = 1,        // WM_MDICASCADE
         eTileHorizontal = 2, // WM_MDITILE, the children one below the other
@@ -103,6 +104,7 @@ public:
     // The client of frame with identifier id. Its window menu is the second-last popup of
     // the frame's menu bar as it is now (none without a bar or with a single popup).
     GwMDIClient(GwMDIFrame& frame, unsigned long long id);
+    // Memberwise: both objects name the same window.
     GwMDIClient(GwMDIClient const& other);
     GwMDIClient& operator=(GwMDIClient const& other);
     ~GwMDIClient() override;
@@ -113,6 +115,7 @@ public:
     GwMDIClient& setActive(GwMDIChildFrame& child, bool forward);
     // Activates the child after the active one (forward) or before it.
     GwMDIClient& setActive(bool forward);
+    // Maximizes child, or restores it.
     GwMDIClient& setMaximized(GwMDIChildFrame& child, bool maximized);
     // Other values do nothing.
     GwMDIClient& setArrange(eArrangeType type);
@@ -124,6 +127,7 @@ public:
     static GwMDIClient* newInstance(EventData const* data);
 
 protected:
+    // A client for an existing window (bound and subclassed).
     explicit GwMDIClient(void* handle);
 
     // Mouse buttons, keys and clicks go to the handlers first: answered with 1 when taken.
@@ -147,6 +151,7 @@ class VMGUI_API GwMDIChildFrame : public GwFrame {
 public:
     // A new child of frame's client, taking the frame's help file.
     explicit GwMDIChildFrame(GwMDIFrame& frame);
+    // As for every frame, a copy has no window of its own.
     GwMDIChildFrame(GwMDIChildFrame const& other);
     GwMDIChildFrame& operator=(GwMDIChildFrame const& other);
     // A window still bound is destroyed through its client.
@@ -160,12 +165,14 @@ public:
 
     // Activates the child (true) or the one after it (false).
     GwMDIChildFrame& setActive(bool active);
+    // Maximizes the child, or restores it.
     GwMDIChildFrame& setMaximized(bool maximized);
 
     // A child wrapping the window that a GwEventData carries; null without one.
     static GwMDIChildFrame* newInstance(EventData const* data);
 
 protected:
+    // A child frame for an existing window (bound and subclassed).
     explicit GwMDIChildFrame(void* handle);
 
     long long msgHandler(unsigned long long msg, unsigned long long wParam,

@@ -42,6 +42,7 @@ public:
     // An entry that opens menu (style MF_POPUP).
     GwMenuItem(unsigned long long id, GwMenu* menu);
     GwMenuItem(unsigned long long id, String const& text, GwMenu* menu);
+    // Copies identifier, text, style, state and the sub-menu pointer.
     GwMenuItem(GwMenuItem const& other);
     GwMenuItem& operator=(GwMenuItem const& other);
     ~GwMenuItem() override;
@@ -50,10 +51,13 @@ public:
     bool operator==(Object const& other) const override;
     // Three-way by identifier, as GwItem.
     int operator!=(Object const& other) const override;
+    GW_DECLARE_COMPARISON(GwMenuItem)
 
     GwMenuItem& setText(String const& text) override;
     String const& text() const override;
 
+    // The Win32 type bits (eStyle), the state bits (eState) and the sub-menu (null for
+    // none).
     int style() const { return mStyle; }
     GwMenuItem& setStyle(int style);
     int state() const { return mState; }
@@ -104,6 +108,7 @@ public:
     GwMenu& operator=(GwMenu const& other);
     ~GwMenu() override;
 
+    // The plain-number forms of GwWindow (which do nothing for a menu, as above).
     using GwWindow::dimension;
     using GwWindow::position;
     using GwWindow::setDimension;
@@ -142,12 +147,14 @@ public:
     GwMenu& add(GwEventHandler* handler) override;
     // Removes the entries equal to item (same identifier); their sub-menu objects stay.
     GwMenu& remove(GwItem const& item) override;
+    // A menu takes no event handlers: nothing to remove.
     GwMenu& remove(GwEventHandler* handler) override;
 
     // Inserts at position after removing every entry with the same identifier.
     GwMenu& addAt(int position, GwMenuItem const& item);
     // Removes the entry with the command identifier, with its item and its sub-menu.
     GwMenu& remove(unsigned long long id);
+    // Removes the entry at position, with its item and its sub-menu.
     GwMenu& removeAt(int position);
     // Removes every entry, with its item and its sub-menu.
     GwMenu& remove();
@@ -159,6 +166,8 @@ public:
     // The number of entries.
     int size() const;
 
+    // Enables or grays the entry with this command identifier or at this position; whether
+    // it is enabled (false when there is none).
     GwMenu& setEnabled(unsigned long long id, bool enabled);
     GwMenu& setEnabledAt(int position, bool enabled);
     bool enabled(unsigned long long id) const;
@@ -169,6 +178,8 @@ public:
     GwMenu& setCheckedAt(int position, bool check);
     bool checked(unsigned long long id) const;
     bool checkedAt(int position) const;
+    // Makes the entry with this command identifier or at this position the default entry
+    // (shown bold).
     GwMenu& setDefaultItem(unsigned long long id);
     GwMenu& setDefaultItemAt(int position);
     // The default entry's command identifier (0xFFFFFFFF for none) and position (-1 for none).
@@ -181,6 +192,7 @@ public:
     // A dynamic menu is refilled each time it opens; its entries do not survive setPopup.
     GwMenu& setDynamic(bool dynamic);
     bool dynamic() const { return mDynamic; }
+    // Whether the menu is a popup menu (else a menu bar).
     bool popup() const { return mPopup; }
     // With convert, a menu of the other kind gets a new handle of the requested kind and
     // its entries move there (a dynamic menu starts empty); without, nothing changes.
@@ -195,11 +207,11 @@ public:
     static GwMenu* newInstance(EventData const* data);
 
 protected:
-    bool mDynamic;
-    bool mPopup;
-    GwPosition mPosition;
-    unsigned long long mId;
-    unsigned long long mSelected;
+    bool mDynamic;                // refilled each time it opens
+    bool mPopup;                  // a popup menu, else a menu bar
+    GwPosition mPosition;         // where setVisible(true) opens it
+    unsigned long long mId;       // the menu's own identifier
+    unsigned long long mSelected; // the command most recently chosen
     // The frame that owns the menu. Typed as a window until the frame class exists: it
     // only ever holds an object whose class record is GwFrame or derived from it.
     GwWindow* mParentFrame;

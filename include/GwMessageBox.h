@@ -5,6 +5,8 @@
 
 #include "GwDialog.h"
 
+// A message box of the platform.
+//
 // Message, title, button set and icon are set on the object; setVisible shows the box with
 // MessageBoxA, which blocks until the user answers, and result() then tells the button
 // pressed (IDOK 1, IDCANCEL 2, IDABORT 3, IDRETRY 4, IDIGNORE 5, IDYES 6, IDNO 7). The object
@@ -50,8 +52,10 @@ public:
     // Shows the box, whatever the argument, and returns when it has been answered.
     GwMessageBox& setVisible(bool visible) override;
 
+    // The text shown in the box.
     GwMessageBox& setMessage(String const& message);
     String const& message() const { return mMessage; }
+    // The title (setText sets it).
     String const& title() const { return mTitle; }
     // The owner frame, null for none.
     GwFrame* ownerFrame() const { return mOwnerFrame; }

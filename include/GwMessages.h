@@ -2,6 +2,7 @@
 // "GwWM_Message" (GwWindow::message()) and the event types its objects send.
 #pragma once
 
+// Private window messages the library sends to its own windows.
 enum GwMessage : unsigned int {
     GwMsgNotifyReflected = 0x1003, // WM_NOTIFY reflected to the control that sent it
     GwMsgCommand = 0x1004,         // WM_COMMAND reflected to the control that sent it
@@ -13,9 +14,9 @@ enum GwMessage : unsigned int {
     GwMsgValue = 0x100A,           // value changed (wParam the value); bubbles
     GwMsgFrameEvent = 0x100B,      // low word of wParam: 0 show, 1 hide, 2 activate
     GwMsgLeftClick = 0x100C,       // posted by the click detector
-    GwMsgRightClick = 0x100D,
-    GwMsgMiddleClick = 0x100E,
-    GwMsgNotify = 0x1013 // notification, low word of wParam the code
+    GwMsgRightClick = 0x100D,      // posted by the click detector
+    GwMsgMiddleClick = 0x100E,     // posted by the click detector
+    GwMsgNotify = 0x1013           // notification, low word of wParam the code
 };
 
 // wParam of the registered message "GwWM_Message".

@@ -15,15 +15,28 @@ public:                                                                         
     ::Class const* isA() const override;                                                           \
     Type& operator=(::Object const& other) override;
 
+// In the body of a class that overrides the comparisons with any Object: the same
+// comparisons between two objects of the class. Without them, a == b on two such objects is
+// ambiguous under C++20 with its reversed form b == a (the parameter, an Object, is a base of
+// the object's own type), which compilers reject or warn about.
+#define GW_DECLARE_COMPARISON(Type)                                                                \
+    bool operator==(Type const& other) const {                                                     \
+        return operator==(static_cast<::Object const&>(other));                                    \
+    }                                                                                              \
+    int operator!=(Type const& other) const {                                                      \
+        return operator!=(static_cast<::Object const&>(other));                                    \
+    }
+
 // The factory that class records of classes that cannot be made by name share.
 VMGUI_API ::Object* gwNullFactory(::EventData const* data);
 
 // Storage of one class's record and its parent-name list (writable static data).
 template <class Type> struct GwClassRecord {
-    static char const* parents[2];
-    static ::Class record;
+    static char const* parents[2]; // the parent's name and the terminating null
+    static ::Class record;         // the class record isa() returns
 };
 
+// The factory of a class that can be made by name: its static newInstance.
 template <class Type>::Object* gwMakeInstance(::EventData const* data) {
     return Type::newInstance(data);
 }
@@ -39,6 +52,7 @@ template <class Type>::Object* gwMakeInstance(::EventData const* data) {
         return &GwClassRecord<Type>::record;                                                       \
     }
 
+// In the one source file of a class: isA() and the checked assignment from any Object.
 #define GW_CLASS_MEMBERS(Type)                                                                     \
     ::Class const* Type::isA() const {                                                             \
         return isa();                                                                              \
@@ -65,14 +79,19 @@ template <class Type>::Object* gwMakeInstance(::EventData const* data) {
     GW_CLASS_RECORD(Type, Name, Parent, GwClassRecord<Type>::parents, nullptr)                     \
     GW_CLASS_MEMBERS(Type)
 
-// The root of every library class. A debug build of the library counts the objects that
-// live (constructions less destructions, static objects included), so that a test or a soak
-// run can see whether anything is left over; a release build counts nothing and its
-// constructors and destructor do nothing.
+// The root of every library class. Each class declares, through GW_DECLARE_CLASS, a static
+// isa() that returns its class record, a virtual isA() that returns the record of the
+// object's own class, and operator=(Object const&), which copies from an object of the same
+// class and throws std::bad_cast for any other (the only exception the library raises).
+//
+// A debug build of the library counts the objects that live (constructions less
+// destructions, static objects included), so that a test or a soak run can see whether
+// anything is left over; a release build counts nothing.
 class VMGUI_API GwObject : public Object {
     GW_DECLARE_CLASS(GwObject)
 
 public:
+    // An object holds no state of its own; copies and moves copy nothing (but count).
     GwObject();
     GwObject(GwObject const& other);
     GwObject(GwObject&& other) noexcept;

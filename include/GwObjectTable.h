@@ -3,17 +3,21 @@
 
 #include <cstdint>
 
+// A growable table of non-owning pointers with stable slot numbers.
+//
 // Slots are reused lowest first: adding takes the first empty slot or the one that already
 // holds the pointer, else appends. A full array grows by 100 slots. Removing empties the
 // slot and drops trailing empty slots from the count. Walks stop at the first empty slot.
 template <class T> class GwObjectTable {
 public:
-    static constexpr std::int32_t growth = 100;
+    static constexpr std::int32_t growth = 100; // slots added when the array is full
 
+    // An empty table with room for capacity pointers (at least one).
     explicit GwObjectTable(std::int32_t capacity = 20)
         : mCount(0), mSlots(nullptr), mCapacity(capacity > 0 ? capacity : 1) {
         mSlots = new T*[mCapacity]();
     }
+    // Copies the pointers (not what they point to), slot for slot.
     GwObjectTable(GwObjectTable const& other)
         : mCount(other.mCount), mSlots(new T*[other.mCapacity]()), mCapacity(other.mCapacity) {
         for (std::int32_t i = 0; i < mCount; ++i)
@@ -73,6 +77,7 @@ public:
         mCount = used;
     }
 
+    // Empties every slot; the capacity stays.
     void clear() {
         for (std::int32_t i = 0; i < mCount; ++i)
             mSlots[i] = nullptr;
@@ -93,6 +98,7 @@ public:
 
     // One past the highest slot in use.
     std::int32_t count() const { return mCount; }
+    // The number of slots allocated.
     std::int32_t capacity() const { return mCapacity; }
     // The slot's pointer; null for an empty slot or an index out of range.
     T* at(std::int32_t index) const {
@@ -100,6 +106,7 @@ public:
     }
     T* operator[](std::int32_t index) const { return at(index); }
 
+    // Exchanges the contents of two tables.
     void swap(GwObjectTable& other) noexcept {
         std::int32_t count = mCount, capacity = mCapacity;
         T** slots = mSlots;
@@ -121,6 +128,7 @@ private:
 //     for (GwObjectTableIterator<T> it(table); T* entry = it(); ) ...
 template <class T> class GwObjectTableIterator {
 public:
+    // A walk over table (a null table gives an empty walk).
     explicit GwObjectTableIterator(GwObjectTable<T> const* table) : mTable(table), mNext(0) {}
     explicit GwObjectTableIterator(GwObjectTable<T> const& table) : mTable(&table), mNext(0) {}
 
@@ -131,6 +139,7 @@ public:
             ++mNext;
         return entry;
     }
+    // Starts the walk again at slot 0.
     void reset() { mNext = 0; }
 
 private:

@@ -5,6 +5,8 @@
 
 #include "GwWindow.h"
 
+// A document of the rich-text editor inside a window of the application.
+//
 // Binds the editor's edit area (a window of the class "QuillEditArea", the first child of
 // the first child of the parent, or one of its siblings) and subclasses it, so that it
 // behaves like any library window: mouse buttons, keys and clicks go to the attached
@@ -32,6 +34,7 @@ public:
     GwQuillEdit(GwWindow const& parent, void* document, String const& fileName);
     // As the String form (a string literal would otherwise choose the bool form).
     GwQuillEdit(GwWindow const& parent, void* document, char const* fileName);
+    // Leaves the edit area working for the editor (its messages still reach it).
     ~GwQuillEdit() override;
 
     // Null: an editor window is made only from its document.

@@ -18,10 +18,12 @@ class VMGUI_API GwRcDataItem : public GwObject {
 public:
     // Null key or value: an empty text.
     GwRcDataItem(char const* key, char const* value);
+    // Copies key and value.
     GwRcDataItem(GwRcDataItem const&) = default;
     GwRcDataItem& operator=(GwRcDataItem const&) = default;
     ~GwRcDataItem() override = default;
 
+    // The key, the value, and the value as a C string.
     String const& key() const { return mKey; }
     String const& value() const { return mValue; }
     operator char const*() const { return mValue.c_str(); }
@@ -49,7 +51,9 @@ public:
     bool operator==(Object const& other) const override;
     // 1 when the keys differ, 0 when they are equal.
     int operator!=(Object const& other) const override;
+    GW_DECLARE_COMPARISON(GwRcDataItem)
 
+    // Always null: an item is not made by name.
     static GwRcDataItem* newInstance(EventData const* data);
 
 private:
@@ -63,6 +67,7 @@ class VMGUI_API GwRcDataEntry : public GwObject {
     GW_DECLARE_CLASS(GwRcDataEntry)
 
 public:
+    // An entry without items for the element id.
     explicit GwRcDataEntry(unsigned long long id);
     // A copy owns copies of the items.
     GwRcDataEntry(GwRcDataEntry const& other);
@@ -70,6 +75,7 @@ public:
     // Deletes the items it holds.
     ~GwRcDataEntry() override;
 
+    // The element's identifier.
     unsigned long long id() const { return mId; }
 
     // The first item whose key is exactly key (byte-wise, case-sensitive), searched in
@@ -82,11 +88,13 @@ public:
     // Takes the item out; the caller owns it then. Null when the entry does not hold it.
     GwRcDataItem* remove(GwRcDataItem* item);
 
+    // The items, to walk or to read by slot.
     GwObjectTableIterator<GwRcDataItem> iterator() const {
         return GwObjectTableIterator<GwRcDataItem>(mItems);
     }
     GwObjectTable<GwRcDataItem> const& items() const { return mItems; }
 
+    // Always null: an entry is not made by name.
     static GwRcDataEntry* newInstance(EventData const* data);
 
 private:
@@ -130,6 +138,7 @@ public:
     // Releases the table, leaves allRcData and compacts it.
     ~GwRcData() override;
 
+    // The identifier of the dialog or menu the data belongs to.
     unsigned long long id() const { return mId; }
 
     // The first entry with that identifier, searched in slot order up to the first empty
@@ -142,12 +151,14 @@ public:
     // deleted: when no other table holds it, the caller owns it.
     GwRcDataEntry* remove(GwRcDataEntry* entry);
 
+    // The entries, to walk or to read by slot.
     GwObjectTableIterator<GwRcDataEntry> iterator() const;
     GwObjectTable<GwRcDataEntry> const& entries() const;
 
     // The last object of allRcData, or null.
     static GwRcData* current();
 
+    // Always null: attribute data is not made by name.
     static GwRcData* newInstance(EventData const* data);
 
     // Every GwRcData made by the identifier constructors, in order of construction.

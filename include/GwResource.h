@@ -35,6 +35,7 @@ public:
     // Drops the own module, then loads other's file again; an empty other leaves this
     // resource empty too (unlike the copy constructor).
     GwResource& operator=(GwResource const& other);
+    // Frees the module it loaded.
     ~GwResource() override;
 
     // The module (HMODULE), or the executable's when the resource has none.
@@ -73,6 +74,7 @@ public:
     // class and style (GwWindowClass::mappedClassName); null when none can be made.
     static GwWindow* createChild(void* window);
 
+    // A reference to the executable.
     static GwResource* newInstance(EventData const* data);
 
 protected:

@@ -16,14 +16,17 @@ class VMGUI_API GwStatic : public GwControl {
     GW_DECLARE_CLASS(GwStatic)
 
 public:
+    // Clones the source's platform static (see GwControl); assignment is memberwise.
     GwStatic(GwStatic const& source) : GwControl(source) {}
     GwStatic(GwStatic&& source) : GwStatic(static_cast<GwStatic const&>(source)) {}
     GwStatic& operator=(GwStatic const& other);
     ~GwStatic() override;
 
+    // A static attached to the window that GwEventData carries; null without one.
     static GwStatic* newInstance(EventData const* data);
 
 protected:
+    // Attaches to an existing window; without one, a static with no window.
     explicit GwStatic(void* hwnd = nullptr) : GwControl(hwnd) {}
 };
 
@@ -35,14 +38,17 @@ public:
     // A visible label with WS_GROUP and WS_TABSTOP, at 0,0 with size 0; it takes over the font
     // of a dialog built with its own font.
     GwText(GwWindow const& parent, unsigned long long id, String const& text);
+    // Clones the source's platform static (see GwControl); assignment is memberwise.
     GwText(GwText const& source) : GwStatic(source) {}
     GwText(GwText&& source) : GwText(static_cast<GwText const&>(source)) {}
     GwText& operator=(GwText const& other);
     ~GwText() override;
 
+    // A label attached to the window that GwEventData carries; null without one.
     static GwText* newInstance(EventData const* data);
 
 protected:
+    // Attaches to an existing window; without one, a label with no window.
     explicit GwText(void* hwnd = nullptr) : GwStatic(hwnd) {}
 };
 
@@ -54,14 +60,17 @@ class VMGUI_API GwGroupBox : public GwStatic {
 public:
     // A visible group box with WS_GROUP and WS_TABSTOP, at 0,0 with size 0.
     GwGroupBox(GwWindow const& parent, unsigned long long id, String const& text);
+    // Clones the source's platform static (see GwControl); assignment is memberwise.
     GwGroupBox(GwGroupBox const& source) : GwStatic(source) {}
     GwGroupBox(GwGroupBox&& source) : GwGroupBox(static_cast<GwGroupBox const&>(source)) {}
     GwGroupBox& operator=(GwGroupBox const& other);
     ~GwGroupBox() override;
 
+    // A group box attached to the window that GwEventData carries; null without one.
     static GwGroupBox* newInstance(EventData const* data);
 
 protected:
+    // Attaches to an existing window; without one, a group box with no window.
     explicit GwGroupBox(void* hwnd = nullptr) : GwStatic(hwnd) {}
 };
 
@@ -73,8 +82,10 @@ class VMGUI_API GwImage : public GwStatic {
     GW_DECLARE_CLASS(GwImage)
 
 public:
+    // The kind of image setImage loads.
     enum eImageType { eBitmap = 0, eEnhMetaFile = 1, eIcon = 2 };
 
+    // Clones the source's platform static (see GwControl); assignment is memberwise.
     GwImage(GwImage const& source) : GwStatic(source) {}
     GwImage(GwImage&& source) : GwImage(static_cast<GwImage const&>(source)) {}
     GwImage& operator=(GwImage const& other);
@@ -93,10 +104,13 @@ public:
     GwImage& setImage(unsigned long long id, GwResource const& module, eImageType type,
                       bool map3DColors);
 
+    // An image control attached to the window that GwEventData carries; null without one.
     static GwImage* newInstance(EventData const* data);
 
 protected:
+    // An image control with no window.
     GwImage() : GwStatic(static_cast<void*>(nullptr)) {}
+    // Attaches to an existing window.
     explicit GwImage(void* hwnd) : GwStatic(hwnd) {}
 
     long long msgHandler(unsigned long long msg, unsigned long long wParam,

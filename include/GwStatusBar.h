@@ -29,6 +29,7 @@ public:
     static GwStatusBar* newInstance(EventData const* data);
 
 protected:
+    // A bar for an existing window (bound and subclassed).
     explicit GwStatusBar(void* handle);
 
 private:

@@ -27,16 +27,22 @@ public:
     GwTabItem(unsigned long long id, unsigned long long textId, String const& resource);
     GwTabItem(unsigned long long id, unsigned long long textId, unsigned long long windowId,
               String const& resource);
+    // Copies identifiers, caption and resource name.
     GwTabItem(GwTabItem const&) = default;
     GwTabItem& operator=(GwTabItem const&) = default;
     ~GwTabItem() override;
 
     GwTabItem& setText(String const& text) override;
     String const& text() const override;
+    // The name of the module the caption string and the page template are loaded from (the
+    // executable when empty).
     GwTabItem& setResource(String const& resource);
     String const& resource() const { return mResource; }
+    // The string resource of the caption.
     GwTabItem& setTextId(unsigned long long textId);
     unsigned long long textId() const { return mTextId; }
+    // The page: the control identifier of a window beside or under the tab control, or else
+    // of a dialog template.
     GwTabItem& setWindowId(unsigned long long windowId);
     unsigned long long windowId() const { return mWindowId; }
 
@@ -50,6 +56,8 @@ private:
     unsigned long long mWindowId;
 };
 
+// A tab control whose tabs show page windows.
+//
 // Each tab holds the control's own copy of its GwTabItem as its parameter (TCITEM lParam);
 // the control owns the copies. When the current tab changes (TCN_SELCHANGE), the tab control
 // sends the select event, shows the current tab's page over its display area and hides the
@@ -78,6 +86,7 @@ public:
     // last tab, appends. The pages are laid out also when the new tab is current at once
     // (the first tab of an empty control), which the platform does not notify.
     GwTab& addAt(int position, GwItem const& item);
+    // Removes the tabs equal to the item, or whose item has the identifier.
     GwTab& remove(GwItem const& item) override;
     GwTab& remove(unsigned long long id);
     // Nothing for a position past the last tab.
@@ -89,6 +98,7 @@ public:
     // item (one for each of the two).
     GwItem const& item(unsigned long long id) const;
     GwItem const& itemAt(int position) const;
+    // The number of tabs.
     int size() const;
 
     // Selection goes through TCM_SETCURFOCUS, so that the pages are laid out.
@@ -104,9 +114,11 @@ public:
     // identifier of the current tab's item (all bits set when no tab is current).
     unsigned long long selected() const;
 
+    // A tab control attached to the window that GwEventData carries; null without one.
     static GwTab* newInstance(EventData const* data);
 
 protected:
+    // Attaches to an existing window; without one, a tab control with no window.
     explicit GwTab(void* hwnd = nullptr);
 
     // For a subclassed tab control: the base's clean-up, then remove().

@@ -4,12 +4,15 @@
 #include "GwObject.h"
 #include "GwResource.h"
 
+// The library's own module.
+//
 // Exactly one instance exists while the library is loaded: the library's entry point
 // creates it on process attach and deletes it on process detach.
 class VMGUI_API GwThisDll : public GwObject {
     GW_DECLARE_CLASS(GwThisDll)
 
 public:
+    // Copies the module handle; the copy is not the instance.
     GwThisDll(GwThisDll const& other);
     GwThisDll& operator=(GwThisDll const& other);
     // Clears mCurrent when this is the instance.
@@ -34,11 +37,12 @@ public:
     // newInstance does, process detach deletes it, other reasons do nothing. Always true.
     static bool moduleEntry(void* module, unsigned long reason);
 
-    static GwThisDll* mCurrent;
+    static GwThisDll* mCurrent; // the instance, null while none exists
 
 protected:
     // Must not be used: it has no module, and raises a debugger break.
     GwThisDll();
+    // The instance for this module handle.
     explicit GwThisDll(void* module) : mModule(module) {}
 
 private:

@@ -5,11 +5,13 @@
 
 #include "GwExport.h"
 
+// Helpers that need no object; the class has a class record of its own.
 class VMGUI_API GwTools {
 public:
     GwTools() = default;
     virtual ~GwTools() = default;
 
+    // The class record of the object, and of the class.
     virtual Class const* isA() const;
     static Class const* isa();
 

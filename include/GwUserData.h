@@ -5,17 +5,23 @@
 
 class GwWindow;
 
+// A value of the application kept with a window (GwWindow::setUserData).
+//
 // The conversions other than void* answer 0 or null here; an application derives from
 // this class to give them meaning.
 class VMGUI_API GwUserData : public GwObject {
     GW_DECLARE_CLASS(GwUserData)
 
 public:
+    // Holds value (not owned).
     explicit GwUserData(void* value = nullptr) : mValue(value) {}
+    // Copies the value.
     GwUserData(GwUserData const&) = default;
     GwUserData& operator=(GwUserData const&) = default;
     ~GwUserData() override = default;
 
+    // The value as the application reads it: void* gives the value itself; the others give
+    // 0 or null unless a derived class defines them.
     virtual operator void*() const;
     virtual operator int() const;
     virtual operator long() const;
@@ -27,11 +33,13 @@ public:
     bool operator==(Object const& other) const override;
     // 1 when the values differ, else 0.
     int operator!=(Object const& other) const override;
+    GW_DECLARE_COMPARISON(GwUserData)
 
     // User data with a null value.
     static GwUserData* newInstance(EventData const* data);
 
 protected:
+    // The value given to the constructor.
     void* value() const { return mValue; }
 
 private:

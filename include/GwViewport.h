@@ -54,7 +54,9 @@ public:
     // A viewport attached to the window that the GwEventData carries; null without one.
     static GwViewport* newInstance(EventData const* data);
 
+    // The mode setDeviceMode stored: viewports keep a device context of their own.
     static bool gOwnDC;
+    // Registers the window class "GwViewport".
     static GwRegister gStartup;
 
 protected:
@@ -71,7 +73,7 @@ private:
     // The background colour as a COLORREF.
     unsigned long backgroundRef() const;
 
-    unsigned long long mReserved;
+    [[maybe_unused]] unsigned long long mReserved;
     GwGC* mGC;
     unsigned long mColor;
 };

@@ -42,7 +42,9 @@ public:
     // table order; at the end deletes every entry.
     class VMGUI_API GwRegister : public GwStartup {
     public:
+        // Creates the entries; always true.
         bool initInstance() override;
+        // Deletes the entries; always true.
         bool exitInstance() override;
     };
 
@@ -56,9 +58,11 @@ public:
     // Leaves the table.
     ~GwWindowClass() override;
 
+    // The library's number of the class (eKind).
     unsigned int kind() const { return mKind; }
     // As GetClassWord(GCW_ATOM) reports it for windows of the class.
     unsigned short atom() const { return mAtom; }
+    // The platform class name.
     String const& name() const { return mName; }
 
     // The table of entries (never null).
@@ -78,8 +82,10 @@ public:
     // null handle, a class without factory, or a created object that is no window.
     static GwWindow* createChild(void* hwnd);
 
+    // Always null: entries are made by the start-up hook.
     static GwWindowClass* newInstance(EventData const* data);
 
+    // Fills and empties the table.
     static GwRegister gStartup;
 
 private:
@@ -98,6 +104,7 @@ class VMGUI_API GwWindowControl3D : public GwObject {
     GW_DECLARE_CLASS(GwWindowControl3D)
 
 public:
+    // A holder without module.
     GwWindowControl3D() : mModule(nullptr) {}
     // The module belongs to the object that was given it: a copy holds none.
     GwWindowControl3D(GwWindowControl3D const& other);
@@ -108,8 +115,10 @@ public:
     // The library's module handle (HMODULE), or null.
     void* module() const { return mModule; }
 
+    // Always null.
     static GwWindowControl3D* newInstance(EventData const* data);
 
+    // The process's holder.
     static GwWindowControl3D gControl3D;
 
 protected:

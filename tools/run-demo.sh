@@ -4,11 +4,13 @@
 # With a DISPLAY, the demo opens its window there and runs until it is closed; arguments
 # are passed on to it (--mdi starts with the multiple-document window).
 #
-# Without one, it runs on a virtual X server (Xvfb, 1024x768) in a Wine desktop, eight
-# times, and a screenshot is taken each time: the main window, the main window with its
-# "Ansicht" menu open, the settings dialog, the multiple-document window, the drawing view,
-# the lists view, the open dialog and the colour dialog. The demo ends by itself after each screenshot; the paths of the PNG files are
-# printed at the end.
+# Without one, it runs on a virtual X server (Xvfb, 1024x768) in a Wine desktop, ten times,
+# and a screenshot is taken each time: the main window, the main window with its "Ansicht"
+# menu open, the settings dialog, the gallery's dialog of every control kind, the message
+# box, the multiple-document window, the drawing view, the lists view, the open dialog and
+# the colour dialog. The demo ends by itself after each screenshot; the paths of the PNG
+# files are printed at the end. Each screenshot is also written small, cut to the windows on
+# the desktop, to doc/images/ (the README's pictures).
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -88,6 +90,18 @@ fi
 
 ready="$build/demo-ready"
 shots=()
+images="$root/doc/images"
+mkdir -p "$images"
+
+# small SCREENSHOT OUT: the part of the screenshot that the windows cover (the desktop's
+# colour, taken from the bottom-right corner, cut away all round), at most 560 by 420 pixels
+# in 128 colours.
+small() {
+    local desktop
+    desktop=$(convert "$1" -format '%[pixel:p{1023,767}]' info:)
+    convert "$1" -bordercolor "$desktop" -border 1 -trim +repage -resize '560x420>' -strip \
+        -colors 128 "PNG8:$2"
+}
 
 # shot NAME ARGS...: runs the demo with ARGS in a Wine desktop, waits until it has written
 # its ready file (the window is up, and a menu or dialog that ARGS ask for is open), takes
@@ -114,6 +128,7 @@ shot() {
         return 1
     fi
     convert "xwd:$screen/Xvfb_screen0" "$png"
+    small "$png" "$images/$name.png"
     wait "$wine" || true
     rm -f "$ready"
     shots+=("$png")
@@ -122,6 +137,8 @@ shot() {
 shot demo
 shot demo-menu --show menu
 shot demo-dialog --show dialog
+shot demo-controls --show controls
+shot demo-message --show message
 shot demo-mdi --mdi
 shot demo-drawing --show drawing
 shot demo-lists --show lists

@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Installs, only when missing, what building and testing VmGui needs on Debian:
 # CMake, Ninja, the MinGW-w64 cross compiler (posix threads), Wine, GoogleTest's sources,
-# and the host compilers for the native sanitizer and fuzzing builds of VmBase.
+# the host compilers for the native sanitizer and fuzzing builds of VmBase, clang (which
+# also builds the Windows targets, on the MinGW-w64 headers and libraries) and Doxygen for
+# the API reference.
 #
 # With --demo, also what tools/run-demo.sh needs to show the demo program: a virtual X
 # server, ImageMagick for the screenshots, Wine's own fonts (the symbols of the caption
@@ -31,6 +33,7 @@ packages=(
     wine64
     googletest
     util-linux
+    doxygen
 )
 if [ "$demo" = true ]; then
     packages+=(

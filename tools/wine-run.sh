@@ -7,6 +7,9 @@
 # the run, so that each program starts quickly. Wine's background services never see the
 # caller's stdout or stderr, so they cannot hold a test runner's pipes open.
 #
+# VMGUI_DLL_DIRS names folders (separated by colons) whose DLLs the program loads: they are
+# put in front of WINEPATH, so that a test program finds DLLs that do not lie beside it.
+#
 # VMGUI_WINE_DISPLAY=x11 shows the windows on the X display in DISPLAY instead: the
 # prefix is then build/wineprefix-x11 (unless VMGUI_WINEPREFIX names another) and keeps
 # Wine's own graphics driver.
@@ -34,6 +37,18 @@ export WINEARCH=win64
 # No Mono or Gecko installer prompts, no desktop menu entries, and no debugger attached to a
 # program that crashes (it would wait for ever instead of letting the program end).
 export WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d;winedbg.exe=d"
+
+# Wine's drive Z: is the root folder: /a/b is Z:\a\b.
+if [ -n "${VMGUI_DLL_DIRS:-}" ]; then
+    dll_path=""
+    IFS=: read -r -a dll_dirs <<<"$VMGUI_DLL_DIRS"
+    for dir in "${dll_dirs[@]}"; do
+        [ -n "$dir" ] || continue
+        dir=$(cd "$dir" && pwd)
+        dll_path="${dll_path:+$dll_path;}Z:${dir//\//\\}"
+    done
+    export WINEPATH="$dll_path${WINEPATH:+;$WINEPATH}"
+fi
 
 mkdir -p "$WINEPREFIX"
 {

@@ -11,6 +11,7 @@
 
 #include "DemoDrawing.h"
 #include "DemoFiles.h"
+#include "DemoGallery.h"
 #include "DemoLists.h"
 #include "resource.h"
 
@@ -96,7 +97,8 @@ bool DemoApplication::parseArguments() {
         } else if (argument == "--show" && value != nullptr &&
                    (std::strcmp(value, "menu") == 0 || std::strcmp(value, "dialog") == 0 ||
                     std::strcmp(value, "drawing") == 0 || std::strcmp(value, "lists") == 0 ||
-                    std::strcmp(value, "open") == 0 || std::strcmp(value, "color") == 0)) {
+                    std::strcmp(value, "open") == 0 || std::strcmp(value, "color") == 0 ||
+                    std::strcmp(value, "message") == 0 || demoGalleryShows(value))) {
             mShow = value;
             ++i;
         } else if (argument == "--exit-after" && value != nullptr && std::atoi(value) > 0) {
@@ -364,6 +366,10 @@ void DemoApplication::tick(GwFrame& frame) {
             command(frame, 0xF821); // the library's "Öffnen..."
         } else if (mShow == "color") {
             command(frame, ID_TEXT_COLOR);
+        } else if (mShow == "message") {
+            command(frame, ID_MESSAGE);
+        } else {
+            demoGalleryShow(frame, mShow);
         }
     }
     if (now == kReadyTick && !mReadyFile.empty()) {

@@ -366,14 +366,14 @@ int GwLines::find(GwLineChannel const& send, GwItem const& item) {
         std::sort(candidates.begin(), candidates.end(),
                   [](auto const& a, auto const& b) { return a.first < b.first; });
         for (auto const& [position, copy] : candidates) {
-            if (item == *copy)
+            if (item.operator==(*copy))
                 return position;
         }
         return -1;
     }
     int match = -1;
     inOrder(mRoot, [&item, &match](Line* line, int position) {
-        if (line->copy != nullptr && item == *line->copy) {
+        if (line->copy != nullptr && item.operator==(*line->copy)) {
             match = position;
             return false;
         }
@@ -442,7 +442,7 @@ void GwLines::addAt(GwLineChannel const& send, int position, GwItem const& item)
     if (position > 0 && position < count) {
         insertAt = position;
         GwItem const* old = lineAt(position)->copy;
-        if (old != nullptr && item == *old)
+        if (old != nullptr && item.operator==(*old))
             removeAt(send, position);
     }
     insert(send, mMessages.insert, insertAt, item);

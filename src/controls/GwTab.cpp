@@ -151,7 +151,7 @@ int GwTab::find(GwItem const& item) const {
     int const count = size();
     for (int i = 0; i < count; ++i) {
         GwTabItem const* stored = tabItem(i);
-        if (stored != nullptr && item == *stored)
+        if (stored != nullptr && item.operator==(*stored))
             return i;
     }
     return -1;
@@ -168,7 +168,7 @@ GwTab& GwTab::addAt(int position, GwItem const& item) {
             // Compared with the parameter of the tab one past the last: there is none, so
             // nothing compares equal and the tab at position stays.
             GwTabItem* beyond = tabItem(count);
-            if (beyond != nullptr && item == *beyond) {
+            if (beyond != nullptr && item.operator==(*beyond)) {
                 tabMessage(TCM_DELETEITEM, static_cast<unsigned long long>(position), 0);
                 mCopies->drop(beyond);
             }

@@ -112,8 +112,13 @@ void GwFrame::create(GwFrame const* owner, unsigned long long id, unsigned long 
     if (owner != nullptr)
         mHelpFile = owner->mHelpFile;
     setMenuBar(menuId);
-    if (statusBar)
-        setStatusBar(new GwStatusBar(this, kStatusBarId, true));
+    if (statusBar) {
+        auto* bar = new GwStatusBar(this, kStatusBarId, true);
+        if (bar->window() != nullptr)
+            setStatusBar(bar);
+        else
+            delete bar; // no window to own it: the frame stays without status bar
+    }
 }
 
 GwFrame::GwFrame(GwFrame const& other)

@@ -519,6 +519,10 @@ GwGC& GwGC::drawText(String const& text, GwRectangle const& rectangle, unsigned 
 
 GwDimension GwGC::calcText(String const& text) {
     RECT rect{};
+    // Without a device there is nothing to measure with: an empty extent. (Wine's DrawTextExA
+    // fills the rectangle with undefined values when measuring on a null device.)
+    if (mDevice == nullptr)
+        return GwDimension(0, 0);
     drawTextEx(dc(mDevice), text, rect, DT_CALCRECT | DT_NOPREFIX | DT_EXPANDTABS);
     return GwDimension(rect.right, -rect.bottom);
 }

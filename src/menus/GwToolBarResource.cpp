@@ -34,6 +34,8 @@ std::vector<unsigned char> gwWriteToolBarResource(std::uint16_t version, std::ui
                                                   std::uint16_t height,
                                                   std::vector<std::uint16_t> const& ids) {
     std::vector<unsigned char> bytes;
+    if (ids.size() > 0xFFFF)
+        return bytes;
     bytes.reserve(kGwToolBarResourceHeaderSize + 2 * ids.size());
     putWord(bytes, version);
     putWord(bytes, width);

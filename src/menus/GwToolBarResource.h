@@ -19,6 +19,8 @@ struct GwToolBarResource {
     std::uint16_t width = 0;        // button image width in pixels
     std::uint16_t height = 0;       // button image height in pixels
     std::vector<std::uint16_t> ids; // command identifiers, 0 for a separator
+
+    friend bool operator==(GwToolBarResource const&, GwToolBarResource const&) = default;
 };
 
 // Reads the size bytes at data. Never reads at or after data[size]. Returns false, leaving
@@ -26,7 +28,8 @@ struct GwToolBarResource {
 // promises more identifiers than the bytes hold; nothing is taken from such a resource.
 bool gwParseToolBarResource(void const* data, std::size_t size, GwToolBarResource& result);
 
-// The bytes of a resource with the given header fields and identifiers.
+// The bytes of a resource with the given header fields and identifiers. Empty when there are
+// more than 65535 identifiers, which the 16-bit count cannot carry.
 std::vector<unsigned char> gwWriteToolBarResource(std::uint16_t version, std::uint16_t width,
                                                   std::uint16_t height,
                                                   std::vector<std::uint16_t> const& ids);

@@ -13,8 +13,9 @@
 #include <GwResource.h>
 #include <GwStatic.h>
 
+#include <VmGuiTesting/Script.h>
+
 #include "ControlsTesting.h"
-#include "ModalScript.h"
 
 using namespace testing_controls;
 

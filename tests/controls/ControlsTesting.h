@@ -1,6 +1,6 @@
 // Helpers of the control tests: a fixture with the application and a top-level parent that
 // reflects its children's notifications, a button procedure that counts what reaches the
-// platform, real mouse clicks and keystrokes, and pixels read back from a window.
+// platform, and a bitmap of two colours (clicks, typing and pixels come from the kit).
 #pragma once
 
 #include <windows.h>
@@ -8,12 +8,13 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <string>
 
 #include <GwButton.h>
 #include <GwEditField.h>
 #include <GwStatic.h>
 #include <GwWindowClass.h>
+
+#include <VmGuiTesting/Pixels.h>
 
 #include "TestWindows.h"
 
@@ -55,27 +56,6 @@ protected:
     std::unique_ptr<TopLevel> mTop;
 };
 
-// A left click posted as the mouse would produce it, for the running loop to handle (inside
-// a modal loop, pumping here would take the loop's own quit message away from it).
-inline void postClick(HWND hwnd, int x = 5, int y = 5) {
-    LPARAM const at = MAKELPARAM(x, y);
-    PostMessageA(hwnd, WM_LBUTTONDOWN, MK_LBUTTON, at);
-    PostMessageA(hwnd, WM_LBUTTONUP, 0, at);
-}
-
-// The same, handled at once.
-inline void click(HWND hwnd, int x = 5, int y = 5) {
-    postClick(hwnd, x, y);
-    pumpMessages();
-}
-
-// Characters typed into a window with the focus, as WM_CHAR messages.
-inline void type(HWND hwnd, std::string const& text) {
-    for (char c : text)
-        PostMessageA(hwnd, WM_CHAR, static_cast<unsigned char>(c), 1);
-    pumpMessages();
-}
-
 // How often a window procedure that counts has seen one message.
 struct ProcedureCount {
     static inline WNDPROC original = nullptr;
@@ -96,14 +76,6 @@ struct ProcedureCount {
     }
 };
 
-// The colour of a pixel of a window's client area, as its surface holds it.
-inline COLORREF pixelOf(HWND hwnd, int x, int y) {
-    HDC const device = GetDC(hwnd);
-    COLORREF const colour = GetPixel(device, x, y);
-    ReleaseDC(hwnd, device);
-    return colour;
-}
-
 // A bitmap of the screen's format: its left half one colour, its right half another.
 inline HBITMAP twoColourBitmap(int width, int height, COLORREF left, COLORREF right) {
     HDC const screen = GetDC(nullptr);
@@ -122,12 +94,6 @@ inline HBITMAP twoColourBitmap(int width, int height, COLORREF left, COLORREF ri
     SelectObject(memory, before);
     DeleteDC(memory);
     return bitmap;
-}
-
-// True under Wine, whose ntdll exports wine_get_version.
-inline bool runningOnWine() {
-    HMODULE const ntdll = GetModuleHandleA("ntdll.dll");
-    return ntdll != nullptr && GetProcAddress(ntdll, "wine_get_version") != nullptr;
 }
 
 inline constexpr COLORREF kRed = RGB(255, 0, 0);

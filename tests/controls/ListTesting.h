@@ -43,7 +43,7 @@ public:
 // saves, so it sees what the library sends to the platform.
 class Spy {
 public:
-    explicit Spy(HWND hwnd) : mHwnd(hwnd) {
+    explicit Spy(HWND hwnd) {
         SetPropA(hwnd, "VmGuiTestSpy", this);
         mNext = reinterpret_cast<WNDPROC>(
             SetWindowLongPtrA(hwnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Spy::proc)));
@@ -77,7 +77,6 @@ private:
         return CallWindowProcA(spy->mNext, hwnd, msg, wParam, lParam);
     }
 
-    HWND mHwnd;
     WNDPROC mNext;
 };
 

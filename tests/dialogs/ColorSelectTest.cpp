@@ -153,7 +153,7 @@ TEST_F(ColorSelectTest, CustomColoursAreKeptBetweenShowings) {
     dialog.setCustomColors(set);
     DialogDriver first(IDOK, [](HWND box) {
         typeColour(box, 0x20, 0x40, 0x60);
-        press(box, COLOR_ADD); // adds the current colour to the custom colours
+        pressButton(box, COLOR_ADD); // adds the current colour to the custom colours
     });
     dialog.setVisible(true);
     ASSERT_TRUE(first.seen.found);

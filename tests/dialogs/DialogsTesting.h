@@ -1,12 +1,10 @@
-// Helpers of the common-dialog tests: a driver that answers the platform's open, save and
-// colour dialogs from a thread timer, and a temporary folder with files in it.
+// Helpers of the common-dialog tests: the kit's answerer for the platform's open, save and
+// colour dialogs, and a temporary folder with files in it.
 #pragma once
 
 #include <windows.h>
 
-#include <functional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -14,74 +12,17 @@
 #include <GwDialog.h>
 #include <GwFrame.h>
 
-#include "ModalScript.h"
+#include <VmGuiTesting/Dialogs.h>
+
 #include "TestWindows.h"
 
 namespace testing_dialogs {
 
-// What a driven dialog showed when it was found.
-struct DialogSeen {
-    bool found = false;
-    std::string title;
-    HWND owner = nullptr;
-};
-
-// The first visible window of the dialog class on this thread, or null.
-inline HWND visibleDialog() {
-    struct Search {
-        static BOOL CALLBACK next(HWND hwnd, LPARAM found) {
-            char name[64] = {};
-            GetClassNameA(hwnd, name, sizeof name);
-            if (std::string(name) == "#32770" && IsWindowVisible(hwnd)) {
-                *reinterpret_cast<HWND*>(found) = hwnd;
-                return FALSE;
-            }
-            return TRUE;
-        }
-    };
-    HWND dialog = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), &Search::next, reinterpret_cast<LPARAM>(&dialog));
-    return dialog;
-}
-
-// Presses a button of the dialog the way a click does: WM_COMMAND with BN_CLICKED.
-inline void press(HWND dialog, int id) {
-    SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
-                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
-}
-
-// Waits from a thread timer for the platform's dialog, notes what it shows, runs `act` on it
-// (typing, choosing) and then presses `button` (IDOK or IDCANCEL) until the dialog is gone.
-// The modal loop of the platform's dialog runs the timer.
-class DialogDriver {
-public:
-    using Action = std::function<void(HWND)>;
-
-    DialogDriver(int button, Action act = {})
-        : mScript({[this] { return step(); }}, 8000), mButton(button), mAct(std::move(act)) {}
-
-    DialogSeen seen;
-    bool timedOut() const { return mScript.timedOut(); }
-
-private:
-    bool step() {
-        HWND const dialog = visibleDialog();
-        if (dialog == nullptr)
-            return false;
-        seen.found = true;
-        seen.title = testing_windows::textOf(dialog);
-        seen.owner = GetWindow(dialog, GW_OWNER);
-        if (mAct)
-            mAct(dialog);
-        PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(mButton, BN_CLICKED),
-                     reinterpret_cast<LPARAM>(GetDlgItem(dialog, mButton)));
-        return true;
-    }
-
-    testing_windows::Script mScript;
-    int mButton;
-    Action mAct;
-};
+// Answers the platform's dialog from a thread timer (its modal loop runs the timer): notes
+// what it shows, runs the action on it (typing, choosing) and presses the button (IDOK or
+// IDCANCEL).
+using DialogDriver = vmgui_testing::DialogAnswerer;
+using vmgui_testing::pressButton;
 
 // Shows a dialog from the active frame, activates the dialog while it is up and checks that
 // the frame is active again afterwards.

@@ -437,7 +437,8 @@ TEST_F(FileSelectTest, CopiesAndAssignmentOwnTheirPaths) {
     GwFileSelect::Iterator copy(*source);
     GwFileSelect::Iterator assigned;
     assigned = *source;
-    assigned = assigned; // to itself: unchanged
+    GwFileSelect::Iterator& itself = assigned;
+    assigned = itself; // to itself: unchanged
     delete source;
     EXPECT_EQ(copy.position(), 1);
     EXPECT_EQ(text(*copy), "C:\\d\\b");

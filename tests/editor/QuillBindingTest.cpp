@@ -309,3 +309,33 @@ TEST_F(QuillFirstLoad, MissingEditorShowsTheMessageAndExitsWithMinusOne) {
     in.close();
     DeleteFileA(output.c_str());
 }
+
+TEST(QuillChild, WithoutQuillPathTheEditorComesFromTheSearchPath) {
+    if (childScenario() != "search")
+        GTEST_SKIP() << "runs in a child process of QuillFirstLoad";
+    std::string const before = environmentPath();
+    ASSERT_EQ(standIn(), nullptr);
+    forward<long long>("QuillDll_Exit"); // a message box here would keep the child waiting
+    EXPECT_EQ(environmentPath(), before) << "nothing is put in front of Path";
+    ASSERT_NE(standIn(), nullptr);
+    std::vector<Call> const made = calls();
+    ASSERT_EQ(made.size(), 1u);
+    EXPECT_EQ(made[0].name, "QuillDll_Exit");
+}
+
+TEST_F(QuillFirstLoad, WithoutTheValueQuillPathTheEditorIsLoadedFromTheSearchPath) {
+    writeQuillPath(std::string("X:\\elsewhere") + '\0');
+    removeQuillPath(); // the key stays, the value goes
+    std::string const path = standInFolder() + ";C:\\Windows\\system32;C:\\Windows";
+    EXPECT_EQ(
+        runChild("QuillChild.WithoutQuillPathTheEditorComesFromTheSearchPath", "search", path), 0u);
+}
+
+TEST_F(QuillFirstLoad, WithoutTheSettingsKeyTheEditorIsLoadedFromTheSearchPath) {
+    removeQuillPath();
+    LONG const removed = RegDeleteKeyA(HKEY_LOCAL_MACHINE, kSettingsKey);
+    ASSERT_TRUE(removed == ERROR_SUCCESS || removed == ERROR_FILE_NOT_FOUND);
+    std::string const path = standInFolder() + ";C:\\Windows\\system32;C:\\Windows";
+    EXPECT_EQ(
+        runChild("QuillChild.WithoutQuillPathTheEditorComesFromTheSearchPath", "search", path), 0u);
+}

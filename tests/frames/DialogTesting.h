@@ -17,7 +17,7 @@
 #include <GwResource.h>
 
 #include "FrameTesting.h"
-#include "ModalScript.h"
+#include <VmGuiTesting/Script.h>
 
 namespace testing_dialogs {
 

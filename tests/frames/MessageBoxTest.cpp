@@ -11,6 +11,8 @@
 
 #include <GwMessageBox.h>
 
+#include <VmGuiTesting/Dialogs.h>
+
 #include "FrameTesting.h"
 
 using namespace testing_frames;
@@ -34,52 +36,24 @@ struct BoxSeen {
     int defaultButton = 0; // DM_GETDEFID
 };
 
-// Waits for the first visible window of the dialog class on this thread, notes what it
-// shows, runs the probe and then presses the button `press` by posting its command. Runs
-// from a thread timer, which MessageBoxA's own loop dispatches.
+// Answers every message box of this thread from a thread timer, which MessageBoxA's own
+// loop dispatches: notes what the first one shows, runs the probe and then presses the
+// button `press` by posting its command, again at every tick until the box has gone.
 class BoxAnswerer {
 public:
     explicit BoxAnswerer(int press, std::function<void(HWND)> probe = {})
-        : mPress(press), mProbe(std::move(probe)) {
-        sCurrent = this;
-        mTimer = SetTimer(nullptr, 0, 40, &BoxAnswerer::onTimer);
-    }
-    ~BoxAnswerer() {
-        KillTimer(nullptr, mTimer);
-        sCurrent = nullptr;
-    }
-    BoxAnswerer(BoxAnswerer const&) = delete;
-    BoxAnswerer& operator=(BoxAnswerer const&) = delete;
+        : mAnswerer(
+              press,
+              [this, probe = std::move(probe)](HWND box) {
+                  note(box);
+                  if (probe)
+                      probe(box);
+              },
+              nullptr, DialogAnswerer::Answer::Every, INFINITE) {}
 
     BoxSeen seen;
 
 private:
-    static BOOL CALLBACK findBox(HWND hwnd, LPARAM found) {
-        if (classNameOf(hwnd) == "#32770" && IsWindowVisible(hwnd)) {
-            *reinterpret_cast<HWND*>(found) = hwnd;
-            return FALSE;
-        }
-        return TRUE;
-    }
-
-    static void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD) {
-        BoxAnswerer* const answerer = sCurrent;
-        if (answerer == nullptr)
-            return;
-        HWND box = nullptr;
-        EnumThreadWindows(GetCurrentThreadId(), &findBox, reinterpret_cast<LPARAM>(&box));
-        if (box == nullptr)
-            return;
-        if (!answerer->seen.found) {
-            answerer->note(box);
-            if (answerer->mProbe)
-                answerer->mProbe(box);
-        }
-        // Posted again at every tick until the box has gone.
-        PostMessageA(box, WM_COMMAND, MAKEWPARAM(answerer->mPress, BN_CLICKED),
-                     reinterpret_cast<LPARAM>(GetDlgItem(box, answerer->mPress)));
-    }
-
     void note(HWND box) {
         seen.found = true;
         seen.title = textOf(box);
@@ -107,10 +81,7 @@ private:
         std::sort(seen.buttons.begin(), seen.buttons.end());
     }
 
-    int mPress;
-    std::function<void(HWND)> mProbe;
-    UINT_PTR mTimer = 0;
-    static inline BoxAnswerer* sCurrent = nullptr;
+    DialogAnswerer mAnswerer;
 };
 
 bool shows(BoxSeen const& seen, std::string const& message) {

@@ -10,6 +10,8 @@
 #include <GwEventHandler.h>
 #include <GwGC.h>
 
+#include <VmGuiTesting/Pixels.h>
+
 #include "TestWindows.h"
 
 namespace testing_graphics {
@@ -47,12 +49,7 @@ public:
     }
     // The pixel at the library's point (x, y): device row height - y.
     COLORREF at(int x, int y) const { return atDevice(x, mHeight - y); }
-    COLORREF atDevice(int x, int row) const {
-        HDC device = GetDC(mHwnd);
-        COLORREF color = GetPixel(device, x, row);
-        ReleaseDC(mHwnd, device);
-        return color;
-    }
+    COLORREF atDevice(int x, int row) const { return vmgui_testing::pixelOf(mHwnd, x, row); }
     // The library points (x, y) whose pixel differs from white.
     std::vector<POINT> marked() const {
         std::vector<POINT> out;

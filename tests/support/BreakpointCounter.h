@@ -1,33 +1,6 @@
-// Counts the debugger breaks (DebugBreak) raised while it lives and resumes past each one,
-// so that code which reports a programming error with DebugBreak can be tested.
+// The kit's counter of debugger breaks, under the name the tests use.
 #pragma once
 
-#include <windows.h>
+#include <VmGuiTesting/Breakpoints.h>
 
-class BreakpointCounter {
-public:
-    BreakpointCounter() {
-        sCount = 0;
-        mHandle = AddVectoredExceptionHandler(1, &BreakpointCounter::onException);
-    }
-    ~BreakpointCounter() { RemoveVectoredExceptionHandler(mHandle); }
-    BreakpointCounter(BreakpointCounter const&) = delete;
-    BreakpointCounter& operator=(BreakpointCounter const&) = delete;
-
-    long count() const { return sCount; }
-
-private:
-    static LONG CALLBACK onException(EXCEPTION_POINTERS* info) {
-        if (info->ExceptionRecord->ExceptionCode != EXCEPTION_BREAKPOINT)
-            return EXCEPTION_CONTINUE_SEARCH;
-        ++sCount;
-        // The instruction pointer is left on the int3 instruction: step over it.
-        auto* ip = reinterpret_cast<unsigned char const*>(info->ContextRecord->Rip);
-        if (*ip == 0xCC)
-            ++info->ContextRecord->Rip;
-        return EXCEPTION_CONTINUE_EXECUTION;
-    }
-
-    PVOID mHandle;
-    static inline long sCount = 0;
-};
+using vmgui_testing::BreakpointCounter;

@@ -8,16 +8,21 @@
 
 namespace testing_windows {
 
+// The entry of a loaded module's data directory (IMAGE_DIRECTORY_ENTRY_IMPORT, _EXPORT ...).
+inline IMAGE_DATA_DIRECTORY const& imageDirectory(HMODULE module, int entry) {
+    auto const* const base = reinterpret_cast<BYTE const*>(module);
+    auto const* const dos = reinterpret_cast<IMAGE_DOS_HEADER const*>(base);
+    auto const* const nt = reinterpret_cast<IMAGE_NT_HEADERS const*>(base + dos->e_lfanew);
+    return nt->OptionalHeader.DataDirectory[entry];
+}
+
 // The import-table slot through which module calls dll!function; null when the module does
 // not import it.
 inline void** importSlot(HMODULE module, char const* dll, char const* function) {
     if (module == nullptr)
         return nullptr;
     auto* const base = reinterpret_cast<BYTE*>(module);
-    auto const* const dos = reinterpret_cast<IMAGE_DOS_HEADER const*>(base);
-    auto const* const nt = reinterpret_cast<IMAGE_NT_HEADERS const*>(base + dos->e_lfanew);
-    IMAGE_DATA_DIRECTORY const& directory =
-        nt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    IMAGE_DATA_DIRECTORY const& directory = imageDirectory(module, IMAGE_DIRECTORY_ENTRY_IMPORT);
     if (directory.VirtualAddress == 0)
         return nullptr;
     HMODULE const exporter = GetModuleHandleA(dll);

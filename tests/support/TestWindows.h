@@ -1,6 +1,7 @@
 // Helpers shared by the window tests: raw windows, a window object that routes every
-// message through the dispatcher, a recording event handler and a message pump (the
-// questions about raw windows are in WindowQueries.h).
+// message through the dispatcher and a recording event handler. The message loop, input,
+// dialogs and the questions about raw windows come from the application test kit
+// (VmGuiTesting), whose names this namespace takes in.
 #pragma once
 
 #include <windows.h>
@@ -16,9 +17,14 @@
 #include <GwMessages.h>
 #include <GwWindow.h>
 
-#include "WindowQueries.h"
+#include <VmGuiTesting/Input.h>
+#include <VmGuiTesting/Loop.h>
+#include <VmGuiTesting/Script.h>
+#include <VmGuiTesting/WindowQueries.h>
 
 namespace testing_windows {
+
+using namespace vmgui_testing;
 
 inline char const* rawClassName() {
     static bool registered = false;
@@ -175,27 +181,6 @@ inline std::vector<std::string> activations(std::vector<std::string> const& orde
     return out;
 }
 
-// Dispatches the queued messages of this thread until none is left.
-inline void pumpMessages() {
-    MSG msg;
-    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-        TranslateMessage(&msg);
-        DispatchMessageA(&msg);
-    }
-}
-
-// Runs the library's message loop until quitAfter milliseconds have passed.
-inline void runLoopFor(UINT milliseconds) {
-    struct Quit {
-        static void CALLBACK onTimer(HWND, UINT, UINT_PTR id, DWORD) {
-            KillTimer(nullptr, id);
-            PostQuitMessage(0);
-        }
-    };
-    SetTimer(nullptr, 0, milliseconds, &Quit::onTimer);
-    GwWindow::msgLoop();
-}
-
 // An application object for the length of a test: constructing it runs the start-up hooks
 // (among them the registration of "GwWM_Message", GwWindow::message()), destroying it runs
 // their ends.
@@ -203,17 +188,6 @@ class ScopedApplication : public GwApplication {
 public:
     ScopedApplication() = default;
 };
-
-// Sets the keyboard state that GetKeyState reports on this thread: Control and Shift held
-// or not, every other key up.
-inline void setModifierKeys(bool control, bool shift) {
-    BYTE keys[256] = {};
-    if (control)
-        keys[VK_CONTROL] = keys[VK_LCONTROL] = 0x80;
-    if (shift)
-        keys[VK_SHIFT] = keys[VK_LSHIFT] = 0x80;
-    SetKeyboardState(keys);
-}
 
 } // namespace testing_windows
 

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "GwRcDataParser.h"
+#include "RcScript.h"
 
 struct RcAttrEntry {
     GwRcDataRecord record;
@@ -31,11 +32,7 @@ struct RcAttrResource {
     std::vector<RcAttrEntry> entries;
 };
 
-struct RcAttrMessage {
-    int line = 0;
-    std::string text;
-    bool warning = false;
-};
+using RcAttrMessage = RcMessage;
 
 // The bytes of the entries with their end mark. False, with the reason in error, when the
 // bytes would not read back as the same entries: entry 0 without items (its bytes are the

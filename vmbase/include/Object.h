@@ -8,8 +8,11 @@ class Event;
 class EventData;
 class FileIO;
 
+// The root of every class: its class record, comparison, streaming through FileIO, and
+// events sent to the listeners that asked for them.
 class VMBASE_API Object {
 public:
+    // An object without listeners.
     Object() = default;
     // A copy has no listeners of its own: listening is bound to an object's identity.
     Object(Object const&) : mLinks(nullptr) {}
@@ -37,6 +40,7 @@ public:
     // Does nothing here.
     virtual void receiveEvent(Object* sender, Event const& event, EventData const* data);
 
+    // As the copy: both objects' listeners stay as they are.
     Object& operator=(Object&&) noexcept { return *this; }
 
     // After addEvent(w), sendEvent(e, d, true) calls w->receiveEvent(this, e, d) until
@@ -45,11 +49,15 @@ public:
     void removeEvent(Object* listener);
     // Whether listener is listening to this object.
     bool hasListener(Object const* listener) const;
+    // How many listeners the object has.
     long listenerCount() const;
 
+    // The class record of Object.
     static Class const* isa();
+    // A new plain object.
     static Object* newInstance(EventData const* data);
 
+    // The sender and listener lists (private to the library).
     struct Links;
 
 private:

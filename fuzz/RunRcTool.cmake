@@ -1,6 +1,6 @@
-# Runs rcattr and checks its exit code, its standard error and the script it wrote.
-#     cmake -DRCATTR=program [-DINPUT=file -DOUTPUT=file] -DRESULT=code
-#           [-DEXPECT_ERR=text] [-DEXPECT_OUT=text in the script] -P RunRcAttr.cmake
+# Runs rcattr or rctoolbar and checks its exit code, its standard error and the script it wrote.
+#     cmake -DTOOL=program [-DINPUT=file -DOUTPUT=file] -DRESULT=code
+#           [-DEXPECT_ERR=text] [-DEXPECT_OUT=text in the script] -P RunRcTool.cmake
 set(arguments)
 if(DEFINED INPUT)
     get_filename_component(folder "${OUTPUT}" DIRECTORY)
@@ -8,7 +8,7 @@ if(DEFINED INPUT)
     file(REMOVE "${OUTPUT}")
     set(arguments "${INPUT}" "${OUTPUT}")
 endif()
-execute_process(COMMAND "${RCATTR}" ${arguments}
+execute_process(COMMAND "${TOOL}" ${arguments}
     RESULT_VARIABLE result ERROR_VARIABLE errors OUTPUT_VARIABLE output)
 message("exit code ${result}; standard error:\n${errors}")
 if(NOT result EQUAL RESULT)

@@ -1,12 +1,12 @@
-// Small questions the tests ask about raw windows, and a guard that destroys a window when a
-// test ends.
+// Small questions a test asks about windows (class, text, styles), whether it runs under
+// Wine, and a guard that destroys a window when a test ends.
 #pragma once
 
 #include <windows.h>
 
 #include <string>
 
-namespace testing_windows {
+namespace vmgui_testing {
 
 // Destroys a window, and with it its object, when the test ends however it ends.
 struct WindowCloser {
@@ -29,7 +29,7 @@ inline std::string classNameOf(HWND hwnd) {
     return name;
 }
 
-// The whole window text, however long.
+// The whole window text, however long (of a window of another process too).
 inline std::string textOf(HWND hwnd) {
     std::string text(static_cast<std::size_t>(GetWindowTextLengthA(hwnd)) + 1, '\0');
     text.resize(
@@ -45,4 +45,10 @@ inline LONG extendedStyleOf(HWND hwnd) {
     return GetWindowLongA(hwnd, GWL_EXSTYLE);
 }
 
-} // namespace testing_windows
+// True under Wine, whose ntdll exports wine_get_version.
+inline bool runningOnWine() {
+    HMODULE const ntdll = GetModuleHandleA("ntdll.dll");
+    return ntdll != nullptr && GetProcAddress(ntdll, "wine_get_version") != nullptr;
+}
+
+} // namespace vmgui_testing

@@ -1,4 +1,6 @@
-// Steps of a test run from a thread timer while the library's modal loops run.
+// Steps of a test run from a thread timer while modal loops run (a modal dialog, a message
+// box, a common dialog), so that a test can drive a window whose showing does not return
+// until it has ended.
 #pragma once
 
 #include <windows.h>
@@ -8,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace testing_windows {
+namespace vmgui_testing {
 
 // Steps run one after the other from a thread timer, one per tick, while modal loops run. A
 // step answers false to be run again at the next tick (to wait for something). A step may
@@ -70,4 +72,4 @@ private:
     static inline Script* sCurrent = nullptr;
 };
 
-} // namespace testing_windows
+} // namespace vmgui_testing
