@@ -170,6 +170,9 @@ public:
     // it is enabled (false when there is none).
     GwMenu& setEnabled(unsigned long long id, bool enabled);
     GwMenu& setEnabledAt(int position, bool enabled);
+    // From GetMenuState: an entry that is not in the menu (an unknown identifier, a
+    // position out of range) is not enabled but checked, since the platform answers all
+    // ones for it.
     bool enabled(unsigned long long id) const;
     bool enabledAt(int position) const;
     // Checking a radio-check entry checks it and unchecks the rest of its group (a run of

@@ -79,7 +79,8 @@ public:
     using GwControl::add;
     using GwControl::remove;
     // A tab equal to the item is replaced by a new tab at its position; as addAt places it,
-    // a replaced first tab moves to the end.
+    // a replaced first tab moves to the end. When the item's page no longer exists (its
+    // window was destroyed) and cannot be loaded, the old tab is gone and none is added.
     GwTab& add(GwItem const& item) override;
     // Adds a tab for a GwTabItem (anything else is ignored) and makes it current, when its
     // page exists or can be loaded; else adds nothing. A position of 0 or less, or past the

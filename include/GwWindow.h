@@ -21,6 +21,10 @@ class GwUserData;
 //
 // Positions are bottom-up: the origin is the bottom-left corner of the client area and y
 // grows upwards (translateY converts in both directions).
+//
+// An object that still names a window destroyed from outside (a copy assigned from the
+// bound object, which went with its window) answers as the platform answers for a handle
+// that is no longer valid: setters do nothing, queries give 0, false, an empty text or null.
 class VMGUI_API GwWindow : public GwObject {
     GW_DECLARE_CLASS(GwWindow)
 

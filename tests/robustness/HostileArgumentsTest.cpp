@@ -32,6 +32,8 @@
 #include <GwTab.h>
 #include <GwViewport.h>
 
+#include <VmGuiTesting/Loop.h>
+
 #include "BreakpointCounter.h"
 
 namespace {
@@ -53,16 +55,6 @@ public:
     RobustApplication() = default;
 };
 
-void pumpMessages() {
-    MSG msg;
-    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-        if (msg.message == WM_QUIT)
-            continue;
-        TranslateMessage(&msg);
-        DispatchMessageA(&msg);
-    }
-}
-
 // A frame for the controls under test; destroyed (and so deleted) after each test.
 class HostileTest : public ::testing::Test {
 protected:
@@ -70,7 +62,7 @@ protected:
     void TearDown() override {
         if (mFrame != nullptr && IsWindow(hwndOf(*mFrame)))
             DestroyWindow(hwndOf(*mFrame));
-        pumpMessages();
+        vmgui_testing::pumpMessages();
     }
     GwFrame& frame() { return *mFrame; }
 
@@ -344,7 +336,7 @@ TEST_F(HostileTest, AWindowDestroyedInsideItsOwnCallbackGoesQuietly) {
     HWND const closingWindow = hwndOf(*closing);
     SendMessageA(closingWindow, WM_CLOSE, 0, 0);
     EXPECT_FALSE(IsWindow(closingWindow));
-    pumpMessages();
+    vmgui_testing::pumpMessages();
 }
 
 // ---- Objects that outlive their window
@@ -365,7 +357,7 @@ TEST_F(HostileTest, AFrameForgetsAClientDestroyedFromOutside) {
     EXPECT_EQ(frame().client(), nullptr);
     frame().setVisible(true);
     SetWindowPos(hwndOf(frame()), nullptr, 0, 0, 300, 200, SWP_NOMOVE | SWP_NOZORDER);
-    pumpMessages();
+    vmgui_testing::pumpMessages();
 }
 
 TEST_F(HostileTest, AFrameKeepsWorkingWhenItsStatusBarIsDestroyedFromOutside) {
@@ -375,7 +367,7 @@ TEST_F(HostileTest, AFrameKeepsWorkingWhenItsStatusBarIsDestroyedFromOutside) {
     other->setVisible(true);
     SetWindowPos(hwndOf(*other), nullptr, 0, 0, 300, 200, SWP_NOMOVE | SWP_NOZORDER);
     SendMessageA(hwndOf(*other), WM_MENUSELECT, MAKEWPARAM(0xF820, MF_STRING), 0);
-    pumpMessages();
+    vmgui_testing::pumpMessages();
     DestroyWindow(hwndOf(*other));
 }
 
@@ -451,6 +443,6 @@ TEST_F(HostileTest, AStatusBarTakesTextsOfAnyLength) {
     frame().add(bar, static_cast<GwWindow::eAlignment>(0));
     frame().add(bar, static_cast<GwWindow::eAlignment>(-1));
     frame().setVisible(true);
-    pumpMessages();
+    vmgui_testing::pumpMessages();
     frame().remove(bar).remove(bar).remove(bar);
 }

@@ -76,8 +76,8 @@ template <int N, class R, class... A> struct Watch<N, R (*)(A...)> {
     }
 };
 
-#define SOAK_WATCH(dll, function, observe)                                                         \
-    Watch<__COUNTER__, decltype(&function)>::install(dll, #function, observe)
+#define SOAK_WATCH(dll, function, ...)                                                             \
+    Watch<__COUNTER__, decltype(&function)>::install(dll, #function, __VA_ARGS__)
 
 void madeMenu(void* menu, void*) {
     if (menu != nullptr)
@@ -119,24 +119,11 @@ void destroyedIcon(void* done, void* icon) {
         held().icons.erase(icon);
 }
 
-void setHook(void* hook, void*) {
-    if (hook != nullptr)
-        ++held().hooks;
-}
-
-void removedHook(void* done, void*) {
-    if (done != nullptr)
-        --held().hooks;
-}
-
-void borrowedDevice(void* device, void*) {
-    if (device != nullptr)
-        ++held().borrowedDevices;
-}
-
-void returnedDevice(void* done, void*) {
-    if (done != nullptr)
-        --held().borrowedDevices;
+// A call that takes (step 1) or gives back (step -1) one of the counted things when it
+// succeeds.
+template <long Held::*Counter, long Step> void counted(void* result, void*) {
+    if (result != nullptr)
+        held().*Counter += Step;
 }
 
 BOOL CALLBACK countChild(HWND, LPARAM count) {
@@ -171,13 +158,13 @@ bool watchLibraryHandles() {
     SOAK_WATCH("user32.dll", LoadImageA, &loadedImage);
     SOAK_WATCH("user32.dll", DestroyMenu, &destroyedMenu);
     SOAK_WATCH("user32.dll", DestroyIcon, &destroyedIcon);
-    SOAK_WATCH("user32.dll", SetWindowsHookExA, &setHook);
-    SOAK_WATCH("user32.dll", UnhookWindowsHookEx, &removedHook);
-    SOAK_WATCH("user32.dll", GetDC, &borrowedDevice);
-    SOAK_WATCH("user32.dll", GetDCEx, &borrowedDevice);
-    SOAK_WATCH("user32.dll", ReleaseDC, &returnedDevice);
-    SOAK_WATCH("user32.dll", BeginPaint, &borrowedDevice);
-    SOAK_WATCH("user32.dll", EndPaint, &returnedDevice);
+    SOAK_WATCH("user32.dll", SetWindowsHookExA, &counted<&Held::hooks, 1>);
+    SOAK_WATCH("user32.dll", UnhookWindowsHookEx, &counted<&Held::hooks, -1>);
+    SOAK_WATCH("user32.dll", GetDC, &counted<&Held::borrowedDevices, 1>);
+    SOAK_WATCH("user32.dll", GetDCEx, &counted<&Held::borrowedDevices, 1>);
+    SOAK_WATCH("user32.dll", ReleaseDC, &counted<&Held::borrowedDevices, -1>);
+    SOAK_WATCH("user32.dll", BeginPaint, &counted<&Held::borrowedDevices, 1>);
+    SOAK_WATCH("user32.dll", EndPaint, &counted<&Held::borrowedDevices, -1>);
     SOAK_WATCH("gdi32.dll", CreateBrushIndirect, &madeGdiObject);
     SOAK_WATCH("gdi32.dll", CreatePenIndirect, &madeGdiObject);
     SOAK_WATCH("gdi32.dll", CreateFontIndirectA, &madeGdiObject);

@@ -27,6 +27,8 @@
 #include <GwTab.h>
 #include <GwViewport.h>
 
+#include <VmGuiTesting/Loop.h>
+
 #include "HandleCount.h"
 
 namespace soak {
@@ -52,16 +54,6 @@ public:
 private:
     bool& mPainted;
 };
-
-void pumpMessages() {
-    MSG msg;
-    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-        if (msg.message == WM_QUIT)
-            continue;
-        TranslateMessage(&msg);
-        DispatchMessageA(&msg);
-    }
-}
 
 HWND hwndOf(GwWindow const& window) {
     return static_cast<HWND>(window.window());
@@ -161,11 +153,11 @@ CycleReport runCycle() {
     GwFrame* frame = openFrame(report);
     GwViewport* viewport = paintViewport(*frame, report);
     GwDialog* dialog = openDialog(*frame, report);
-    pumpMessages();
+    vmgui_testing::pumpMessages();
     recordMetafile(*viewport, report);
     destroy(dialog);
     destroy(frame);
-    pumpMessages();
+    vmgui_testing::pumpMessages();
     return report;
 }
 
