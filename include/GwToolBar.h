@@ -8,6 +8,7 @@
 
 class GwBitmap;
 class GwControl;
+class GwFrame;
 class GwResource;
 
 // One button, separator or embedded control of a tool bar. The item is a description: the
@@ -227,7 +228,9 @@ protected:
     explicit GwToolBar(void* window);
 
     // Places controls on WM_SIZE, paints the non-client edge without a visual theme, answers
-    // tooltip requests and records the clicked button (see the class comment).
+    // tooltip requests and records the clicked button (see the class comment). Pressing the
+    // left button beside the buttons of a bar in a frame drags it (dragBegin) and docks it
+    // at the frame's edge nearest to where it is let go.
     long long msgHandler(unsigned long long msg, unsigned long long wParam,
                          long long lParam) override;
     // For a separator hosting a child window of the bar that window's control identifier,
@@ -258,6 +261,11 @@ private:
     long long send(unsigned int msg, unsigned long long wParam, long long lParam) const;
     // Answers a tooltip's request for text and tells the root window the status text.
     void tooltipText(void* dispInfo);
+    // The frame the bar is a child of, or null.
+    GwFrame* dockingFrame() const;
+    // Docks the bar at the edge of its frame nearest to the pointer; nothing when the pointer
+    // is outside the frame's client area.
+    void dock();
     // Destroys the bar's image lists.
     void releaseImages();
 

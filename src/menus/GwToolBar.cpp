@@ -13,6 +13,7 @@
 
 #include "GwControl.h"
 #include "GwEventData.h"
+#include "GwFrame.h"
 #include "GwMessages.h"
 #include "GwResource.h"
 
@@ -348,6 +349,43 @@ GwToolBar& GwToolBar::setResource(GwResource const& resource) {
     return *this;
 }
 
+// ---- Docking
+
+GwFrame* GwToolBar::dockingFrame() const {
+    HWND const parent = mHandle != nullptr ? GetParent(hwndOf(mHandle)) : nullptr;
+    return dynamic_cast<GwFrame*>(window(parent, false));
+}
+
+void GwToolBar::dock() {
+    GwFrame* frame = dockingFrame();
+    if (frame == nullptr)
+        return;
+    HWND const hwnd = hwndOf(frame->window());
+    POINT pointer{};
+    RECT client{};
+    GetCursorPos(&pointer);
+    ScreenToClient(hwnd, &pointer);
+    GetClientRect(hwnd, &client);
+    if (!PtInRect(&client, pointer))
+        return; // dropped outside the frame: the bar stays where it was
+    // The edge nearest to the pointer.
+    struct Edge {
+        long distance;
+        eAlignment side;
+    };
+    Edge const edges[] = {{pointer.y - client.top, eTop},
+                          {client.bottom - pointer.y, eBottom},
+                          {pointer.x - client.left, eLeft},
+                          {client.right - pointer.x, eRight}};
+    Edge const* nearest = &edges[0];
+    for (Edge const& edge : edges) {
+        if (edge.distance < nearest->distance)
+            nearest = &edge;
+    }
+    frame->remove(this);
+    frame->add(this, nearest->side);
+}
+
 // ---- Messages
 
 void GwToolBar::forget(int index, GwControl* control) {
@@ -399,9 +437,12 @@ long long GwToolBar::msgHandler(unsigned long long msg, unsigned long long wPara
                                 long long lParam) {
     HWND const hwnd = hwndOf(mHandle);
     switch (msg) {
-    case WM_SIZE:
+    case WM_SIZE: {
+        // The platform lays the buttons out again first.
+        long long const result = GwControlBar::msgHandler(msg, wParam, lParam);
         sizeToolCtrl(-1);
-        break;
+        return result;
+    }
     case WM_NCCALCSIZE:
         if (!IsThemeActive() && wParam != 0) {
             RECT& client = reinterpret_cast<NCCALCSIZE_PARAMS*>(lParam)->rgrc[0];
@@ -484,6 +525,18 @@ long long GwToolBar::msgHandler(unsigned long long msg, unsigned long long wPara
             break;
         }
         return 0;
+    }
+    case WM_LBUTTONDOWN: {
+        // Pressed beside the buttons: the bar is dragged to another edge of its frame.
+        POINT point{static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+        if (send(TB_HITTEST, 0, reinterpret_cast<LPARAM>(&point)) < 0 &&
+            dockingFrame() != nullptr) {
+            GwPosition start(point.x, translateY(point.y, false));
+            dragBegin(start);
+            dock();
+            return 0;
+        }
+        break;
     }
     case GwMsgCommand:
         mSelected = LOWORD(wParam);
