@@ -19,14 +19,16 @@ using testing_frames::rectInParent;
 
 namespace {
 
-// What the bar wrote into the tooltip's requests, caught as the requests return.
+// What the bar wrote into the tooltip's ANSI requests, caught as they return. The platform's
+// tooltip asks the tool bar, which passes TTN_GETDISPINFOA on to its parent (the frame),
+// which reflects it to the bar.
 struct TooltipRequests {
-    static inline HWND bar = nullptr;
+    static inline HWND frame = nullptr;
     static inline std::vector<std::string> texts;
 
     static LRESULT CALLBACK hook(int code, WPARAM wParam, LPARAM lParam) {
         auto const* sent = reinterpret_cast<CWPRETSTRUCT const*>(lParam);
-        if (code == HC_ACTION && sent->message == WM_NOTIFY && sent->hwnd == bar) {
+        if (code == HC_ACTION && sent->message == WM_NOTIFY && sent->hwnd == frame) {
             auto const* info = reinterpret_cast<NMTTDISPINFOA const*>(sent->lParam);
             if (static_cast<int>(info->hdr.code) == static_cast<int>(TTN_GETDISPINFOA))
                 texts.emplace_back(info->lpszText != nullptr ? info->lpszText : "(null)");
@@ -45,19 +47,20 @@ protected:
         return bar;
     }
 
-    // Makes the bar's own tooltip show the text of button id, as it does under the pointer.
-    static void showTooltip(TestToolBar* bar, unsigned int id, bool show) {
+    // Rests the pointer on the button at index until the bar's own tooltip shows (as long as
+    // the platform takes, at most two seconds).
+    void hover(TestToolBar* bar, int index) {
+        SetWindowPos(frame->hwnd(), HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE);
+        SetForegroundWindow(frame->hwnd());
+        RECT const rect = itemRect(bar->hwnd(), index);
+        POINT point{(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+        POINT screen = point;
+        ClientToScreen(bar->hwnd(), &screen);
+        SetCursorPos(screen.x, screen.y);
+        PostMessageA(bar->hwnd(), WM_MOUSEMOVE, 0, MAKELPARAM(point.x, point.y));
         HWND tip = reinterpret_cast<HWND>(SendMessageA(bar->hwnd(), TB_GETTOOLTIPS, 0, 0));
-        TTTOOLINFOA tool{};
-        tool.cbSize = sizeof tool;
-        tool.hwnd = bar->hwnd();
-        tool.uId = id;
-        ASSERT_TRUE(SendMessageA(tip, TTM_GETTOOLINFOA, 0, reinterpret_cast<LPARAM>(&tool)));
-        tool.uFlags |= TTF_TRACK | TTF_ABSOLUTE;
-        tool.lpszText = LPSTR_TEXTCALLBACKA; // the bar is asked for the text, as before
-        SendMessageA(tip, TTM_SETTOOLINFOA, 0, reinterpret_cast<LPARAM>(&tool));
-        SendMessageA(tip, TTM_TRACKPOSITION, 0, MAKELPARAM(100, 100));
-        SendMessageA(tip, TTM_TRACKACTIVATE, show ? TRUE : FALSE, reinterpret_cast<LPARAM>(&tool));
+        for (int waited = 0; waited < 2000 && !IsWindowVisible(tip); waited += 100)
+            runLoopFor(100);
     }
 
     // A click on the middle of the button at index, as posted mouse messages.
@@ -103,22 +106,25 @@ private:
 
 TEST_F(ToolBarFrameTest, ATooltipRequestFillsTheTipAndPutsTheStatusTextIntoTheStatusBar) {
     TestToolBar* bar = loadedBar();
-    TooltipRequests::bar = bar->hwnd();
+    TooltipRequests::frame = frame->hwnd();
     TooltipRequests::texts.clear();
     HHOOK hook =
         SetWindowsHookExA(WH_CALLWNDPROCRET, &TooltipRequests::hook, nullptr, GetCurrentThreadId());
     ASSERT_NE(hook, nullptr);
-    showTooltip(bar, 11, true);
-    pumpMessages();
+    hover(bar, 2);
+    UnhookWindowsHookEx(hook);
+    HWND tip = reinterpret_cast<HWND>(SendMessageA(bar->hwnd(), TB_GETTOOLTIPS, 0, 0));
+    ASSERT_TRUE(IsWindowVisible(tip));
     ASSERT_FALSE(TooltipRequests::texts.empty());
     EXPECT_EQ(TooltipRequests::texts.front(), "Sichern");
+    char shown[100] = {};
+    GetWindowTextA(tip, shown, sizeof shown);
+    EXPECT_STREQ(shown, "Sichern");
     // Shown: the status bar is in simple mode with the status text.
     EXPECT_TRUE(SendMessageA(statusWindow(), SB_ISSIMPLE, 0, 0));
     EXPECT_EQ(statusText(statusWindow()), "Zeichnung sichern");
     // Gone: out of simple mode, the text cleared.
-    showTooltip(bar, 11, false);
-    pumpMessages();
-    UnhookWindowsHookEx(hook);
+    SendMessageA(tip, TTM_POP, 0, 0);
     EXPECT_FALSE(SendMessageA(statusWindow(), SB_ISSIMPLE, 0, 0));
     SendMessageA(statusWindow(), SB_SIMPLE, TRUE, 0);
     EXPECT_EQ(statusText(statusWindow()), "");
