@@ -12,6 +12,7 @@
 #include "DemoDrawing.h"
 #include "DemoFiles.h"
 #include "DemoLists.h"
+#include "DemoToolBars.h"
 #include "resource.h"
 
 GW_CLASS_NONE(DemoApplication, "DemoApplication", "GwApplication")
@@ -96,7 +97,8 @@ bool DemoApplication::parseArguments() {
         } else if (argument == "--show" && value != nullptr &&
                    (std::strcmp(value, "menu") == 0 || std::strcmp(value, "dialog") == 0 ||
                     std::strcmp(value, "drawing") == 0 || std::strcmp(value, "lists") == 0 ||
-                    std::strcmp(value, "open") == 0 || std::strcmp(value, "color") == 0)) {
+                    std::strcmp(value, "open") == 0 || std::strcmp(value, "color") == 0 ||
+                    std::strcmp(value, "toolbar") == 0)) {
             mShow = value;
             ++i;
         } else if (argument == "--exit-after" && value != nullptr && std::atoi(value) > 0) {
@@ -162,6 +164,7 @@ DemoFrame& DemoApplication::openMain() {
     if (mMain == nullptr) {
         mMain = new DemoFrame;
         mMain->add(new DemoCommands(*mMain, true));
+        demoAddToolBars(*mMain);
     }
     mMain->setVisible(true);
     mMain->showReady();
@@ -364,6 +367,8 @@ void DemoApplication::tick(GwFrame& frame) {
             command(frame, 0xF821); // the library's "Öffnen..."
         } else if (mShow == "color") {
             command(frame, ID_TEXT_COLOR);
+        } else if (mShow == "toolbar") {
+            demoShowToolTip(frame);
         }
     }
     if (now == kReadyTick && !mReadyFile.empty()) {

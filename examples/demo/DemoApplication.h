@@ -17,10 +17,10 @@ class DemoText;
 //
 //   demo.exe                      the main frame
 //   demo.exe --mdi                the multiple-document frame instead
-//   --show menu|dialog|drawing|lists|open|color
+//   --show menu|dialog|drawing|lists|open|color|toolbar
 //                                 open the "Ansicht" menu, the settings dialog, the drawing
-//                                 view, the lists view, the open dialog or the colour dialog
-//                                 at the start
+//                                 view, the lists view, the open dialog, the colour dialog
+//                                 or a tool-bar tooltip at the start
 //   --exit-after SECONDS          end by itself after that time
 //   --ready-file PATH             write PATH once the window is up (and the menu or dialog open)
 class DemoApplication : public GwApplication {
