@@ -258,6 +258,14 @@ private:
     // The button at index; false when there is none.
     bool button(int index, void* tbbutton) const;
     int indexOf(unsigned long long id) const;
+    // The identifier of the button at index, 0 when there is none.
+    unsigned int commandAt(int index) const;
+    // The control on the button with the identifier, or null.
+    GwControl* controlFor(unsigned long long id) const;
+    // Whether the button at index exists and its state bit is set (set) or clear (!set).
+    bool stateAt(int index, unsigned char bits, bool set) const;
+    // Whether the answer to the TB_IS... message about the identifier is yes.
+    bool ask(unsigned int msg, unsigned long long id) const;
     long long send(unsigned int msg, unsigned long long wParam, long long lParam) const;
     // Answers a tooltip's request for text and tells the root window the status text.
     void tooltipText(void* dispInfo);

@@ -267,29 +267,45 @@ GwRectangle GwToolBar::rectangleAt(int index) const {
 
 // ---- Button state
 
+unsigned int GwToolBar::commandAt(int index) const {
+    TBBUTTON found{};
+    return button(index, &found) ? static_cast<unsigned int>(found.idCommand) : 0;
+}
+
+GwControl* GwToolBar::controlFor(unsigned long long id) const {
+    TBBUTTON found{};
+    return button(indexOf(id), &found) ? controlOf(found) : nullptr;
+}
+
+bool GwToolBar::stateAt(int index, unsigned char bits, bool set) const {
+    TBBUTTON found{};
+    return button(index, &found) && ((found.fsState & bits) != 0) == set;
+}
+
+bool GwToolBar::ask(unsigned int msg, unsigned long long id) const {
+    return send(msg, static_cast<WPARAM>(id), 0) > 0;
+}
+
 GwToolBar& GwToolBar::setEnabled(unsigned long long id, bool enabled) {
     if (send(TB_ENABLEBUTTON, static_cast<WPARAM>(id), MAKELONG(enabled ? 1 : 0, 0)) != 0) {
-        TBBUTTON found{};
-        if (button(indexOf(id), &found) && controlOf(found) != nullptr)
-            controlOf(found)->setEnabled(enabled);
+        if (GwControl* control = controlFor(id))
+            control->setEnabled(enabled);
     }
     return *this;
 }
 
 bool GwToolBar::enabled(unsigned long long id) const {
-    return send(TB_ISBUTTONENABLED, static_cast<WPARAM>(id), 0) > 0;
+    return ask(TB_ISBUTTONENABLED, id);
 }
 
 GwToolBar& GwToolBar::setEnabledAt(int index, bool enabled) {
-    TBBUTTON found{};
-    if (button(index, &found) && found.idCommand != 0)
-        setEnabled(static_cast<unsigned int>(found.idCommand), enabled);
+    if (unsigned int const id = commandAt(index))
+        setEnabled(id, enabled);
     return *this;
 }
 
 bool GwToolBar::enabledAt(int index) const {
-    TBBUTTON found{};
-    return button(index, &found) && (found.fsState & TBSTATE_ENABLED) != 0;
+    return stateAt(index, TBSTATE_ENABLED, true);
 }
 
 GwToolBar& GwToolBar::setValue(unsigned long long id, bool checked) {
@@ -298,45 +314,40 @@ GwToolBar& GwToolBar::setValue(unsigned long long id, bool checked) {
 }
 
 bool GwToolBar::value(unsigned long long id) const {
-    return send(TB_ISBUTTONCHECKED, static_cast<WPARAM>(id), 0) > 0;
+    return ask(TB_ISBUTTONCHECKED, id);
 }
 
 GwToolBar& GwToolBar::setValueAt(int index, bool checked) {
-    TBBUTTON found{};
-    if (button(index, &found) && found.idCommand != 0)
-        setValue(static_cast<unsigned int>(found.idCommand), checked);
+    if (unsigned int const id = commandAt(index))
+        setValue(id, checked);
     return *this;
 }
 
 bool GwToolBar::valueAt(int index) const {
-    TBBUTTON found{};
-    return button(index, &found) && (found.fsState & TBSTATE_CHECKED) != 0;
+    return stateAt(index, TBSTATE_CHECKED, true);
 }
 
 GwToolBar& GwToolBar::setVisible(unsigned long long id, bool hide) {
     if (send(TB_HIDEBUTTON, static_cast<WPARAM>(id), MAKELONG(hide ? 1 : 0, 0)) != 0) {
-        TBBUTTON found{};
-        if (button(indexOf(id), &found) && controlOf(found) != nullptr)
-            controlOf(found)->setVisible(hide);
+        if (GwControl* control = controlFor(id))
+            control->setVisible(hide);
         sizeToolCtrl(-1);
     }
     return *this;
 }
 
 bool GwToolBar::visible(unsigned long long id) const {
-    return send(TB_ISBUTTONCHECKED, static_cast<WPARAM>(id), 0) > 0;
+    return ask(TB_ISBUTTONCHECKED, id); // the checked state, as value(id)
 }
 
 GwToolBar& GwToolBar::setVisibleAt(int index, bool hide) {
-    TBBUTTON found{};
-    if (button(index, &found) && found.idCommand != 0)
-        setVisible(static_cast<unsigned int>(found.idCommand), hide);
+    if (unsigned int const id = commandAt(index))
+        setVisible(id, hide);
     return *this;
 }
 
 bool GwToolBar::visibleAt(int index) const {
-    TBBUTTON found{};
-    return button(index, &found) && (found.fsState & TBSTATE_HIDDEN) == 0;
+    return stateAt(index, TBSTATE_HIDDEN, false);
 }
 
 GwToolBar& GwToolBar::setSelected(unsigned long long id) {

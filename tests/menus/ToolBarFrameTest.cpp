@@ -85,6 +85,17 @@ protected:
         return info;
     }
 
+    // A docked bar with one button whose edge is calculated again (with the theme answer
+    // of the moment).
+    TestToolBar* edgedBar() {
+        TestToolBar* bar = makeBar();
+        bar->add(GwToolBarItem(1, 0));
+        frame->add(bar, GwWindow::eTop);
+        SetWindowPos(bar->hwnd(), nullptr, 0, 0, 0, 0,
+                     SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        return bar;
+    }
+
     Recorder recorder;
 };
 
@@ -332,11 +343,7 @@ TEST_F(ToolBarFrameTest, WithoutAThemeTheEdgeIsPaintedInTheButtonFace) {
     // The library asks uxtheme whether a theme is active: here it is told no.
     ThemeAnswer noTheme(FALSE);
     ASSERT_TRUE(noTheme.installed());
-    TestToolBar* bar = makeBar();
-    bar->add(GwToolBarItem(1, 0));
-    frame->add(bar, GwWindow::eTop);
-    SetWindowPos(bar->hwnd(), nullptr, 0, 0, 0, 0,
-                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    TestToolBar* bar = edgedBar();
     RECT window{};
     GetWindowRect(bar->hwnd(), &window);
     RECT const client = clientRect(bar->hwnd());
@@ -377,11 +384,7 @@ TEST_F(ToolBarFrameTest, WithoutAThemeTheEdgeIsPaintedInTheButtonFace) {
 TEST_F(ToolBarFrameTest, WithAThemeTheControlKeepsItsOwnEdge) {
     ThemeAnswer theme(TRUE);
     ASSERT_TRUE(theme.installed());
-    TestToolBar* bar = makeBar();
-    bar->add(GwToolBarItem(1, 0));
-    frame->add(bar, GwWindow::eTop);
-    SetWindowPos(bar->hwnd(), nullptr, 0, 0, 0, 0,
-                 SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    TestToolBar* bar = edgedBar();
     RECT window{};
     GetWindowRect(bar->hwnd(), &window);
     POINT origin{0, 0};

@@ -17,25 +17,24 @@ constexpr int kHeight = 22;
 
 class ToolBarLayoutTest : public ToolBarFixture {
 protected:
-    // Buttons 1 and 2, a separator of width 8, button 3.
-    TestToolBar* rowBar() {
-        TestToolBar* bar = makeBar();
+    // Buttons 1 and 2, a separator of width 8, button 3, docked at the top.
+    TestToolBar* rowBar() { return docked(buttonsAndSeparators(makeBar(), false)); }
+
+    // Groups [1 2] [3] [4 5] between separators of width 8: 46, 23 and 46 wide.
+    TestToolBar* groupBar() { return docked(buttonsAndSeparators(makeBar(), true)); }
+
+    static TestToolBar* buttonsAndSeparators(TestToolBar* bar, bool thirdGroup) {
         bar->add(GwToolBarItem(1, 0)).add(GwToolBarItem(2, 1));
         bar->add(GwToolBarItem(100, 8, GwToolBarItem::eSeparator));
         bar->add(GwToolBarItem(3, 2));
-        frame->add(bar, GwWindow::eTop);
-        checkButtonSize(bar, 0);
+        if (thirdGroup) {
+            bar->add(GwToolBarItem(101, 8, GwToolBarItem::eSeparator));
+            bar->add(GwToolBarItem(4, 3)).add(GwToolBarItem(5, 4));
+        }
         return bar;
     }
 
-    // Groups [1 2] [3] [4 5] between separators of width 8: 46, 23 and 46 wide.
-    TestToolBar* groupBar() {
-        TestToolBar* bar = makeBar();
-        bar->add(GwToolBarItem(1, 0)).add(GwToolBarItem(2, 1));
-        bar->add(GwToolBarItem(100, 8, GwToolBarItem::eSeparator));
-        bar->add(GwToolBarItem(3, 2));
-        bar->add(GwToolBarItem(101, 8, GwToolBarItem::eSeparator));
-        bar->add(GwToolBarItem(4, 3)).add(GwToolBarItem(5, 4));
+    TestToolBar* docked(TestToolBar* bar) {
         frame->add(bar, GwWindow::eTop);
         checkButtonSize(bar, 0);
         return bar;
@@ -153,9 +152,7 @@ TEST_F(ToolBarLayoutTest, AFloatingBarFillsAToolFrameSizedByTheFloatingLayout) {
     auto* bar = new TestToolBar(*floating, 0x74);
     SendMessageA(bar->hwnd(), TB_SETBITMAPSIZE, 0, MAKELONG(16, 15));
     SendMessageA(bar->hwnd(), TB_SETBUTTONSIZE, 0, MAKELONG(kWidth, kHeight));
-    bar->add(GwToolBarItem(1, 0)).add(GwToolBarItem(2, 1));
-    bar->add(GwToolBarItem(100, 8, GwToolBarItem::eSeparator));
-    bar->add(GwToolBarItem(3, 2));
+    buttonsAndSeparators(bar, false);
     GwDimension const size = bar->calculate(GwControlBar::eFloating, 60, nullptr);
     EXPECT_EQ(size, GwDimension(46, 54));
     RECT outer{0, 0, static_cast<LONG>(size.width()), static_cast<LONG>(size.height())};
