@@ -92,8 +92,11 @@ private:
 // with the bar; a control whose window goes first is forgotten by the bar, so none is
 // deleted twice. Tooltip texts and status texts come from the strings of the bar's resource:
 // "status text\ntooltip", the status text sent to the root window as "GwWM_Message" code
-// 0x1017. Handlers cannot be attached to the bar: its click (the activate event, with the
-// bar as window) goes to the top-level window's handlers, and selected() names the button.
+// 0x1017. A tooltip text is cut to the 79 characters that fit the request's 80-byte szText
+// with the terminator; a string without line feed is all status text and no tooltip. Showing
+// and hiding the tooltip sends code 0x1018 with 1 and 0. Handlers cannot be attached to the
+// bar: its click (the activate event, with the bar as window) goes to the top-level window's
+// handlers, and selected() names the button.
 class VMGUI_API GwToolBar : public GwControlBar {
     GW_DECLARE_CLASS(GwToolBar)
 
@@ -180,7 +183,9 @@ public:
 
     // ---- Images (masks are 0x00RRGGBB; index is all ones until an image is added)
     // Adds the bitmap's images of 16 x 15 pixels; a bitmap with id() 0 stands for the
-    // platform's standard images. index: the first new image.
+    // platform's standard images (IDB_STD_SMALL_COLOR), which are copied behind an existing
+    // list, or else set as a duplicate list (index then stays all ones). index: the first new
+    // image.
     GwToolBar& add(GwBitmap const& bitmap, unsigned long mask, int& index);
     // The same without the index.
     GwToolBar& add(GwBitmap const& bitmap, unsigned long mask);

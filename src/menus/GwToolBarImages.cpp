@@ -110,7 +110,7 @@ GwToolBar& GwToolBar::add(GwBitmap const& bitmap, unsigned long mask, int& index
         HICON icon = ImageList_GetIcon(standard, i, ILD_TRANSPARENT);
         ImageList_ReplaceIcon(list, old + i, icon);
         if (icon != nullptr)
-            DestroyIcon(icon);
+            DestroyIcon(icon); // an icon handle is freed as an icon, not as a GDI object
     }
     index = old;
     return *this;
