@@ -34,6 +34,7 @@
 #include "GwRcData.h"
 #include "GwControlBar.h"
 #include "GwStatusBar.h"
+#include "GwToolBar.h"
 #include "GwFrame.h"
 #include "GwDialog.h"
 #include "GwMessageBox.h"

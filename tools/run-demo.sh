@@ -4,12 +4,12 @@
 # With a DISPLAY, the demo opens its window there and runs until it is closed; arguments
 # are passed on to it (--mdi starts with the multiple-document window).
 #
-# Without one, it runs on a virtual X server (Xvfb, 1024x768) in a Wine desktop, ten times,
+# Without one, it runs on a virtual X server (Xvfb, 1024x768) in a Wine desktop, eleven times,
 # and a screenshot is taken each time: the main window, the main window with its "Ansicht"
 # menu open, the settings dialog, the gallery's dialog of every control kind, the message
-# box, the multiple-document window, the drawing view, the lists view, the open dialog and
-# the colour dialog. The demo ends by itself after each screenshot; the paths of the PNG
-# files are printed at the end. Each screenshot is also written small, cut to the windows on
+# box, the multiple-document window, the drawing view, the lists view, the open dialog,
+# the colour dialog and the main window with the tooltip of a tool-bar button. The demo ends
+# by itself after each screenshot; the paths of the PNG files are printed at the end. Each screenshot is also written small, cut to the windows on
 # the desktop, to doc/images/ (the README's pictures).
 set -euo pipefail
 
@@ -144,6 +144,7 @@ shot demo-drawing --show drawing
 shot demo-lists --show lists
 shot demo-open --show open
 shot demo-color --show color
+shot demo-toolbar --show toolbar
 
 echo "== Screenshots"
 printf '%s\n' "${shots[@]}"

@@ -13,6 +13,7 @@
 #include "DemoFiles.h"
 #include "DemoGallery.h"
 #include "DemoLists.h"
+#include "DemoToolBars.h"
 #include "resource.h"
 
 GW_CLASS_NONE(DemoApplication, "DemoApplication", "GwApplication")
@@ -98,7 +99,8 @@ bool DemoApplication::parseArguments() {
                    (std::strcmp(value, "menu") == 0 || std::strcmp(value, "dialog") == 0 ||
                     std::strcmp(value, "drawing") == 0 || std::strcmp(value, "lists") == 0 ||
                     std::strcmp(value, "open") == 0 || std::strcmp(value, "color") == 0 ||
-                    std::strcmp(value, "message") == 0 || demoGalleryShows(value))) {
+                    std::strcmp(value, "message") == 0 || std::strcmp(value, "toolbar") == 0 ||
+                    demoGalleryShows(value))) {
             mShow = value;
             ++i;
         } else if (argument == "--exit-after" && value != nullptr && std::atoi(value) > 0) {
@@ -164,6 +166,7 @@ DemoFrame& DemoApplication::openMain() {
     if (mMain == nullptr) {
         mMain = new DemoFrame;
         mMain->add(new DemoCommands(*mMain, true));
+        demoAddToolBars(*mMain);
     }
     mMain->setVisible(true);
     mMain->showReady();
@@ -368,6 +371,8 @@ void DemoApplication::tick(GwFrame& frame) {
             command(frame, ID_TEXT_COLOR);
         } else if (mShow == "message") {
             command(frame, ID_MESSAGE);
+        } else if (mShow == "toolbar") {
+            demoShowToolTip(frame);
         } else {
             demoGalleryShow(frame, mShow);
         }

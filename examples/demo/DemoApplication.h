@@ -17,11 +17,11 @@ class DemoText;
 //
 //   demo.exe                      the main frame
 //   demo.exe --mdi                the multiple-document frame instead
-//   --show menu|dialog|drawing|lists|open|color|message|controls
+//   --show menu|dialog|drawing|lists|open|color|message|controls|toolbar
 //                                 open the "Ansicht" menu, the settings dialog, the drawing
 //                                 view, the lists view, the open dialog, the colour dialog,
-//                                 the message box or the gallery's dialog of every control
-//                                 kind at the start
+//                                 the message box, the gallery's dialog of every control
+//                                 kind or a tool-bar tooltip at the start
 //   --exit-after SECONDS          end by itself after that time
 //   --ready-file PATH             write PATH once the window is up (and the menu or dialog open)
 class DemoApplication : public GwApplication {

@@ -94,3 +94,20 @@
 #define IDS_FILE_NOT_WRITTEN 163
 #define IDS_COLOR_CHOSEN 164
 #define IDS_COLOR_KEPT 165
+
+// The tool bars (DemoToolBars.cpp): the bars, their buttons and the tool-bar resource with
+// the demo's own images; the string of a button's identifier is "status text\ntooltip".
+#define IDR_TOOLBAR 1200
+#define ID_TOP_BAR 1201
+#define ID_LEFT_BAR 1202
+#define ID_TB_NEW 1203
+#define ID_TB_OPEN 1204
+#define ID_TB_SAVE 1205
+#define ID_TB_DRAWING 1206
+#define ID_TB_LISTS 1207
+#define ID_TB_SIZES 1208
+#define ID_TB_SETTINGS 1209
+#define ID_TB_MESSAGE 1210
+#define ID_TB_INFO 1211
+#define ID_TB_GAP1 1212
+#define ID_TB_GAP2 1213

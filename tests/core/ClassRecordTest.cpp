@@ -91,6 +91,8 @@ std::set<std::string> const kBuilt = {
     "GwFileSelect", "GwFileSelect::Iterator", "GwColorSelect",
     // editor window
     "GwQuillEdit",
+    // tool bars
+    "GwToolBar", "GwToolBarItem",
 };
 
 } // namespace
