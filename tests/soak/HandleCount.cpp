@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <memory>
 #include <set>
 #include <type_traits>
@@ -21,6 +23,7 @@ struct Held {
     std::set<void*> gdiObjects;
     long hooks = 0;
     long borrowedDevices = 0;
+    long imageLists = 0;
 };
 
 Held& held() {
@@ -165,6 +168,10 @@ bool watchLibraryHandles() {
     SOAK_WATCH("user32.dll", ReleaseDC, &counted<&Held::borrowedDevices, -1>);
     SOAK_WATCH("user32.dll", BeginPaint, &counted<&Held::borrowedDevices, 1>);
     SOAK_WATCH("user32.dll", EndPaint, &counted<&Held::borrowedDevices, -1>);
+    SOAK_WATCH("comctl32.dll", ImageList_Create, &counted<&Held::imageLists, 1>);
+    SOAK_WATCH("comctl32.dll", ImageList_Duplicate, &counted<&Held::imageLists, 1>);
+    SOAK_WATCH("comctl32.dll", ImageList_Destroy, &counted<&Held::imageLists, -1>);
+    SOAK_WATCH("comctl32.dll", ImageList_GetIcon, &loadedImage);
     SOAK_WATCH("gdi32.dll", CreateBrushIndirect, &madeGdiObject);
     SOAK_WATCH("gdi32.dll", CreatePenIndirect, &madeGdiObject);
     SOAK_WATCH("gdi32.dll", CreateFontIndirectA, &madeGdiObject);
@@ -209,7 +216,8 @@ HandleCount countHandles(bool* watched) {
     }
     count.user = countThreadWindows() + static_cast<long>(state.menus.size()) +
                  static_cast<long>(state.icons.size()) + state.hooks;
-    count.gdi = static_cast<long>(state.gdiObjects.size()) + state.borrowedDevices;
+    count.gdi =
+        static_cast<long>(state.gdiObjects.size()) + state.borrowedDevices + state.imageLists;
     return count;
 }
 

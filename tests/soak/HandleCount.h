@@ -12,7 +12,10 @@
 //   bitmaps, memory and metafile devices and enhanced metafiles are watched the same way,
 //   with DeleteObject, DeleteDC, DeleteEnhMetaFile and CloseEnhMetaFile, and an object also
 //   stops counting when GetObjectType no longer knows its handle; the devices borrowed with
-//   GetDC, GetDCEx and BeginPaint count until ReleaseDC and EndPaint give them back.
+//   GetDC, GetDCEx and BeginPaint count until ReleaseDC and EndPaint give them back, and
+//   the image lists made with ImageList_Create and ImageList_Duplicate (each holds GDI
+//   bitmaps) until ImageList_Destroy;
+// - icons copied with ImageList_GetIcon count as icons, until DestroyIcon.
 // An object counts from the watched call that made it to the watched call that freed it,
 // so a freed handle that the platform hands out again for its own use is not mistaken for
 // the library's.

@@ -25,6 +25,7 @@
 #include <GwStatic.h>
 #include <GwStatusBar.h>
 #include <GwTab.h>
+#include <GwToolBar.h>
 #include <GwViewport.h>
 
 #include <VmGuiTesting/Loop.h>
@@ -67,6 +68,25 @@ GwFrame* openFrame(CycleReport& report) {
     report.frame = frame->window() != nullptr && frame->menuBar() != nullptr &&
                    frame->statusBar() != nullptr && GetMenuItemCount(GetMenu(hwndOf(*frame))) == 4;
     return frame;
+}
+
+// A tool bar along the top: the buttons and images of resource 700 and a combo box over a
+// separator, owned by the bar from then on.
+void addToolBar(GwFrame& frame, CycleReport& report) {
+    auto* bar = new GwToolBar(frame, kToolBarId); // deleted with its window
+    int index = -1;
+    bar->load(kToolBar, GwResource(), 0xFF00FF, index);
+    auto* combo = new GwComboBox(frame, kToolCombo);
+    combo->setDimension(80, 120);
+    for (int i = 8; i <= 16; i += 2) {
+        char size[8];
+        std::snprintf(size, sizeof(size), "%d pt", i);
+        combo->add(GwTextItem(static_cast<unsigned long long>(i), size));
+    }
+    bar->add(GwToolBarItem(kToolCombo, *combo));
+    frame.add(bar, GwWindow::eTop);
+    report.toolBar = index == 0 && bar->sizeOf() == 4 &&
+                     GetParent(static_cast<HWND>(combo->window())) == bar->window();
 }
 
 // The viewport as the frame's client, painted once with the frame shown.
@@ -151,6 +171,7 @@ void destroy(GwWindow* window) {
 CycleReport runCycle() {
     CycleReport report;
     GwFrame* frame = openFrame(report);
+    addToolBar(*frame, report);
     GwViewport* viewport = paintViewport(*frame, report);
     GwDialog* dialog = openDialog(*frame, report);
     vmgui_testing::pumpMessages();

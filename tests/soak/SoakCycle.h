@@ -11,19 +11,24 @@ unsigned long long const kMenuBar = 500;
 unsigned long long const kViewportId = 450;
 unsigned long long const kDialog = 600;
 unsigned long long const kBitmap = 8100;
+unsigned long long const kToolBar = 700;
+unsigned long long const kToolBarId = 710;
+unsigned long long const kToolCombo = 711;
 
 // What one cycle saw, to tell that it did its work.
 struct CycleReport {
     bool frame = false;    // the frame with its status bar and the merged menus
+    bool toolBar = false;  // the tool bar with its images and its combo box
     bool painted = false;  // the viewport's handler drew
     bool dialog = false;   // the dialog with every control found and filled
     bool metafile = false; // a metafile was recorded and played
-    bool complete() const { return frame && painted && dialog && metafile; }
+    bool complete() const { return frame && toolBar && painted && dialog && metafile; }
 };
 
-// Builds a frame with the library's menus merged into its menu bar, a status bar and a
-// painted viewport, opens the modeless dialog with one control of every kind, records a
-// small metafile and destroys everything again. Needs a GwApplication.
+// Builds a frame with the library's menus merged into its menu bar, a status bar, a tool bar
+// with images and an embedded combo box and a painted viewport, opens the modeless dialog with one
+// control of every kind, records a small metafile and destroys everything again. Needs a
+// GwApplication.
 CycleReport runCycle();
 
 // The process's figures: live library objects (GwObject::liveObjects, -1 in a release build

@@ -58,9 +58,10 @@ int main(int argc, char** argv) {
         soak::CycleReport const report = soak::runCycle();
         if (!report.complete()) {
             std::fprintf(stderr,
-                         "cycle %lld did not do its work: frame %d painted %d dialog %d "
-                         "metafile %d\n",
-                         cycle, report.frame, report.painted, report.dialog, report.metafile);
+                         "cycle %lld did not do its work: frame %d tool bar %d painted %d "
+                         "dialog %d metafile %d\n",
+                         cycle, report.frame, report.toolBar, report.painted, report.dialog,
+                         report.metafile);
             return 2;
         }
         if (cycle == warmUp) {
