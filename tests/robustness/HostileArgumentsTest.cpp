@@ -30,6 +30,7 @@
 #include <GwResource.h>
 #include <GwStatusBar.h>
 #include <GwTab.h>
+#include <GwToolBar.h>
 #include <GwViewport.h>
 
 #include <VmGuiTesting/Loop.h>
@@ -445,4 +446,45 @@ TEST_F(HostileTest, AStatusBarTakesTextsOfAnyLength) {
     frame().setVisible(true);
     vmgui_testing::pumpMessages();
     frame().remove(bar).remove(bar).remove(bar);
+}
+
+TEST_F(HostileTest, AToolBarAnswersUnknownButtonsQuietly) {
+    auto* bar = new GwToolBar(frame(), 70);
+    bar->add(GwToolBarItem(1, 0)).add(GwToolBarItem(2, 1));
+    for (int index : kPositions) {
+        GwRectangle const none = bar->rectangleAt(index);
+        EXPECT_EQ(none.width(), 0) << index;
+        EXPECT_EQ(none.height(), 0) << index;
+        EXPECT_FALSE(bar->enabledAt(index)) << index;
+        bar->setEnabledAt(index, false).setValueAt(index, true).setVisibleAt(index, true);
+        bar->removeAt(index);
+        EXPECT_EQ(bar->sizeOf(), 2) << index;
+    }
+    EXPECT_EQ(bar->rectangle(kAllBits).width(), 0);
+    bar->remove(kAllBits).setEnabled(kAllBits, false).setValue(kAllBits, true);
+    EXPECT_EQ(bar->sizeOf(), 2);
+    int index = 0;
+    bar->load(kAllBits, GwResource(), 0, index);
+    EXPECT_EQ(index, -1) << "no such tool-bar resource";
+    bar->setResource(GwResource(longText()));
+    frame().add(bar, GwWindow::eTop);
+    frame().setVisible(true);
+    vmgui_testing::pumpMessages();
+}
+
+TEST_F(HostileTest, AToolBarForgetsAnEmbeddedControlDestroyedFromOutside) {
+    auto* bar = new GwToolBar(frame(), 71);
+    auto* combo = new GwComboBox(frame(), 72);
+    combo->setDimension(60, 100);
+    bar->add(GwToolBarItem(72, *combo)).add(GwToolBarItem(3, 0));
+    frame().add(bar, GwWindow::eTop);
+    DestroyWindow(static_cast<HWND>(combo->window()));
+    SetWindowPos(hwndOf(frame()), nullptr, 0, 0, 320, 200, SWP_NOMOVE | SWP_NOZORDER);
+    vmgui_testing::pumpMessages();
+    EXPECT_EQ(bar->itemAt(0).toolCtrl(), nullptr);
+    bar->remove(72ULL);
+    EXPECT_EQ(bar->sizeOf(), 1);
+    DestroyWindow(static_cast<HWND>(bar->window())); // the frame loses the bar's record
+    EXPECT_EQ(frame().bars()->count(), 0);
+    SetWindowPos(hwndOf(frame()), nullptr, 0, 0, 300, 180, SWP_NOMOVE | SWP_NOZORDER);
 }
