@@ -142,6 +142,8 @@ public:
 
     // Adds an entry for item, which must be a GwMenuItem (std::bad_cast otherwise). An entry
     // with the same identifier is replaced in place; an item without identifier is appended.
+    // When the platform refuses the entry, the menu's copy of the item is deleted rather than
+    // left unowned: nothing else could ever free it, and the menu answers the same.
     GwMenu& add(GwItem const& item) override;
     // A menu takes no event handlers.
     GwMenu& add(GwEventHandler* handler) override;

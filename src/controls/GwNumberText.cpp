@@ -1,4 +1,5 @@
 #include "GwNumberText.h"
+#include "../core/GwHexDigit.h"
 
 #include <charconv>
 #include <cmath>
@@ -16,16 +17,6 @@ bool isSpace(char c) {
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
-}
-
-int hexValue(char c) {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
 }
 
 char lower(char c) {
@@ -59,7 +50,7 @@ std::size_t skipSpaceAndSign(std::string_view text, bool& negative) {
 // taken): digits with an optional point, then an exponent only when it is complete.
 // Hexadecimal numbers (after their 0x) have a binary exponent after "p".
 std::size_t numberLength(std::string_view text, bool hex) {
-    auto digit = [hex](char c) { return hex ? hexValue(c) >= 0 : isDigit(c); };
+    auto digit = [hex](char c) { return hex ? gwHexDigit(c) >= 0 : isDigit(c); };
     std::size_t at = 0;
     while (at < text.size() && digit(text[at]))
         ++at;
@@ -86,7 +77,7 @@ std::size_t numberLength(std::string_view text, bool hex) {
 // number that from_chars reported as out of range: positive for an overflow, negative for an
 // underflow.
 long long magnitude(std::string_view number, bool hex) {
-    auto digit = [hex](char c) { return hex ? hexValue(c) >= 0 : isDigit(c); };
+    auto digit = [hex](char c) { return hex ? gwHexDigit(c) >= 0 : isDigit(c); };
     long long const digitPower = hex ? 4 : 1;
     std::size_t at = 0;
     long long leading = 0; // digits before the point, leading zeros left out
@@ -452,12 +443,12 @@ std::uint32_t parseHex(std::string_view text) {
     std::size_t at = skipSpaceAndSign(text, negative);
     // "0x" counts as a prefix only when a hexadecimal digit follows ("0xg" reads as 0).
     if (at + 2 < text.size() && text[at] == '0' && (text[at + 1] == 'x' || text[at + 1] == 'X') &&
-        hexValue(text[at + 2]) >= 0)
+        gwHexDigit(text[at + 2]) >= 0)
         at += 2;
     std::uint64_t value = 0;
     bool overflow = false;
-    for (; at < text.size() && hexValue(text[at]) >= 0; ++at) {
-        value = value * 16 + static_cast<std::uint64_t>(hexValue(text[at]));
+    for (; at < text.size() && gwHexDigit(text[at]) >= 0; ++at) {
+        value = value * 16 + static_cast<std::uint64_t>(gwHexDigit(text[at]));
         if (value > 0xFFFFFFFFull) {
             overflow = true;
             value = 0xFFFFFFFFull;
@@ -484,8 +475,8 @@ DoubleResult parseDouble(std::string_view text) {
     char const* const begin = text.data() + at;
     char const* const end = text.data() + text.size();
     bool const hex = end - begin > 2 && begin[0] == '0' && (begin[1] == 'x' || begin[1] == 'X') &&
-                     (hexValue(begin[2]) >= 0 ||
-                      (begin[2] == '.' && end - begin > 3 && hexValue(begin[3]) >= 0));
+                     (gwHexDigit(begin[2]) >= 0 ||
+                      (begin[2] == '.' && end - begin > 3 && gwHexDigit(begin[3]) >= 0));
     char const* const digits = hex ? begin + 2 : begin;
     if (!hex && !isDigit(*digits) && !(*digits == '.' && digits + 1 < end && isDigit(digits[1])))
         return {0.0, false};

@@ -1,18 +1,9 @@
 #include "RcScript.h"
+#include "../../src/core/GwHexDigit.h"
 
 #include <cctype>
 
 namespace {
-
-int hexDigit(char c) {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
-}
 
 bool plain(unsigned char c) {
     return std::isalnum(c) || c == ' ' || c == '_' || c == '.' || c == ',' || c == ':' ||
@@ -79,8 +70,8 @@ bool RcScanner::readText(std::string& text) {
             text += '\t';
             break;
         case 'x': {
-            int high = mPos < mLine.size() ? hexDigit(mLine[mPos]) : -1;
-            int low = mPos + 1 < mLine.size() ? hexDigit(mLine[mPos + 1]) : -1;
+            int high = mPos < mLine.size() ? gwHexDigit(mLine[mPos]) : -1;
+            int low = mPos + 1 < mLine.size() ? gwHexDigit(mLine[mPos + 1]) : -1;
             if (high < 0 || low < 0) {
                 error = "\\x needs two hexadecimal digits";
                 return false;
@@ -123,7 +114,7 @@ void RcScanner::readNumber(RcToken& token) {
     }
     unsigned long long value = 0;
     for (char c : digits) {
-        int digit = hexDigit(c);
+        int digit = gwHexDigit(c);
         if (digit < 0 || digit >= base) {
             token.kind = RcToken::bad;
             error = "'" + spelled + "' is not a number";
