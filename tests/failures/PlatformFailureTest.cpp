@@ -238,6 +238,39 @@ TEST_F(PlatformFailure, AMetafileThatCannotBeWrittenLeavesNoFile) {
     EXPECT_EQ(breaks.count(), 0);
 }
 
+// Wine maps Z:\dev\full to the host's /dev/full, which opens and then refuses every write as
+// a full disk does.
+TEST_F(PlatformFailure, AMetafileWrittenToAFullDiskGoesQuietly) {
+    char const* const full = "Z:\\dev\\full";
+    HANDLE const probe = CreateFileA(full, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                     nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (probe == INVALID_HANDLE_VALUE)
+        GTEST_SKIP() << "no always-full device here (Wine's Z:\\dev\\full)";
+    DWORD written = 0;
+    BOOL const wrote = WriteFile(probe, "full", 4, &written, nullptr);
+    DWORD const error = GetLastError();
+    CloseHandle(probe);
+    ASSERT_FALSE(wrote) << "the device took the bytes";
+    EXPECT_EQ(error, static_cast<DWORD>(ERROR_DISK_FULL));
+
+    BreakpointCounter breaks;
+    struct Kind {
+        bool enhanced;
+        bool placeable;
+    } const kinds[] = {{true, false}, {false, false}, {false, true}};
+    for (Kind const& kind : kinds) {
+        EXPECT_LT(heapGrowth(
+                      [&] {
+                          GwGCWMF metafile(full, kind.enhanced, kind.placeable);
+                          recordSquare(metafile);
+                      },
+                      50),
+                  20)
+            << kind.enhanced << kind.placeable;
+    }
+    EXPECT_EQ(breaks.count(), 0);
+}
+
 TEST_F(PlatformFailure, AMetafileWhoseFileIsLockedIsNotWrittenAndCannotBeRead) {
     BreakpointCounter breaks;
     for (bool enhanced : {true, false}) {

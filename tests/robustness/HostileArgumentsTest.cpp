@@ -16,9 +16,11 @@
 #include <GwApplication.h>
 #include <GwBitmap.h>
 #include <GwButton.h>
+#include <GwColorSelect.h>
 #include <GwComboBox.h>
 #include <GwEditField.h>
 #include <GwEventHandler.h>
+#include <GwFileSelect.h>
 #include <GwFrame.h>
 #include <GwGC.h>
 #include <GwGCWMF.h>
@@ -26,6 +28,7 @@
 #include <GwItem.h>
 #include <GwListBox.h>
 #include <GwMenu.h>
+#include <GwMessageBox.h>
 #include <GwObjectTable.h>
 #include <GwResource.h>
 #include <GwStatusBar.h>
@@ -33,6 +36,7 @@
 #include <GwToolBar.h>
 #include <GwViewport.h>
 
+#include <VmGuiTesting/Dialogs.h>
 #include <VmGuiTesting/Loop.h>
 
 #include "BreakpointCounter.h"
@@ -487,4 +491,54 @@ TEST_F(HostileTest, AToolBarForgetsAnEmbeddedControlDestroyedFromOutside) {
     DestroyWindow(static_cast<HWND>(bar->window())); // the frame loses the bar's record
     EXPECT_EQ(frame().bars()->count(), 0);
     SetWindowPos(hwndOf(frame()), nullptr, 0, 0, 300, 180, SWP_NOMOVE | SWP_NOZORDER);
+}
+
+TEST_F(HostileTest, AMessageBoxShowsAHundredThousandCharacterMessageAndAnEmptyTitle) {
+    BreakpointCounter breaks;
+    GwMessageBox box(nullptr);
+    box.setMessage(longText()).setText(String(""));
+    box.setButtonStyle(static_cast<GwMessageBox::eButtonStyle>(~0u));
+    vmgui_testing::DialogAnswerer answerer(IDOK, {}, nullptr,
+                                           vmgui_testing::DialogAnswerer::Answer::Every, 8000);
+    box.setVisible(true);
+    EXPECT_FALSE(answerer.timedOut());
+    EXPECT_TRUE(answerer.seen.found);
+    EXPECT_EQ(answerer.seen.owner, nullptr);
+    EXPECT_EQ(box.message().size(), 100000u);
+    EXPECT_EQ(breaks.count(), 0);
+}
+
+TEST_F(HostileTest, AColourSelectionIgnoresNullCustomColoursAndKeepsItsOwn) {
+    GwColorSelect select(frame(), 0xFFFFFFFFul);
+    unsigned long colours[16];
+    for (unsigned long& colour : colours)
+        colour = 0x123456;
+    select.setCustomColors(colours);
+    select.setCustomColors(nullptr);
+    select.customColors(nullptr);
+    unsigned long back[16] = {};
+    select.customColors(back);
+    for (unsigned long colour : back)
+        EXPECT_EQ(colour, 0x123456ul);
+    // The top byte of a colour is not part of it.
+    EXPECT_EQ(select.color(), 0xFFFFFFul);
+}
+
+TEST_F(HostileTest, AFileSelectionTakesHugeFiltersAndPathsAndIsCancelled) {
+    BreakpointCounter breaks;
+    GwFileSelect select(static_cast<GwWindow const*>(nullptr));
+    select.setFilter(longText()).setFile(longText());
+    // The path is cut to the buffer, which always stays terminated.
+    std::string const kept = select.fileBuffer();
+    EXPECT_LT(kept.size(), 100000u);
+    EXPECT_FALSE(kept.empty());
+    select.setParent(nullptr);
+    vmgui_testing::DialogAnswerer answerer(IDCANCEL, {}, nullptr,
+                                           vmgui_testing::DialogAnswerer::Answer::Every, 8000);
+    select.setVisible(true);
+    EXPECT_FALSE(answerer.timedOut());
+    EXPECT_EQ(select.result(), 0);
+    GwFileSelect::Iterator paths(select);
+    EXPECT_EQ(paths.count(), 0) << "a cancelled dialog gives no paths";
+    EXPECT_EQ(breaks.count(), 0);
 }
